@@ -3,6 +3,9 @@
 #include <QCoreApplication>
 #include <QThread>
 
+#include <cctype>
+#include <cstring>
+
 namespace {
 enum Kind {
     Literal,
@@ -36,6 +39,14 @@ const Placeholder s_placeholders[] = {
 };
 
 const QString s_defaultTimeFormat = QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzz");
+
+// "operator" as a whole word, not the start of "operatorName".
+bool isOperatorKeyword(const QByteArray& sig, int i)
+{
+    auto isIdentifier = [](char c) { return std::isalnum(uchar(c)) || c == '_'; };
+    return sig.mid(i, 8) == "operator" && (i == 0 || !isIdentifier(sig.at(i - 1)))
+        && (i + 8 >= sig.size() || !isIdentifier(sig.at(i + 8)));
+}
 
 QString fileNameOf(const char* file)
 {
@@ -220,39 +231,59 @@ QString LoggerAbstractStringAppender::stripFunctionName(const char* function)
     if (!function)
         return QString();
     const QByteArray sig(function);
+    const int n = sig.size();
     // Find the parenthesis that opens the parameter list: the first '(' at
-    // template depth 0 that is not part of "operator()".
+    // template depth 0. The symbols of an operator's name ("operator<",
+    // "operator()", "operator->") are neither brackets nor that parenthesis,
+    // and clang's "(anonymous namespace)" is part of a name.
     int depth = 0;
     int open = -1;
-    for (int i = 0; i < sig.size(); ++i) {
+    int operatorStart = -1;
+    for (int i = 0; i < n && open < 0; ++i) {
         const char c = sig.at(i);
-        if (c == '<')
+        if (c == 'o' && isOperatorKeyword(sig, i)) {
+            if (depth == 0)
+                operatorStart = i;
+            int j = i + 8;
+            while (j < n && sig.at(j) == ' ')
+                ++j;
+            if (sig.mid(j, 2) == "()")
+                j += 2;
+            else
+                while (j < n && std::strchr("+-*/%^&|~!=<>,[]", sig.at(j)))
+                    ++j;
+            i = j - 1;
+        } else if (c == '<') {
             ++depth;
-        else if (c == '>' && depth > 0)
+        } else if (c == '>' && depth > 0) {
             --depth;
-        else if (c == '(' && depth == 0) {
-            if (i >= 8 && sig.mid(i - 8, 8) == "operator" && i + 1 < sig.size() && sig.at(i + 1) == ')') {
-                ++i;
-                continue;
+        } else if (c == '(' && depth == 0) {
+            if (sig.mid(i + 1, 9) == "anonymous") {
+                const int close = sig.indexOf(')', i);
+                if (close > 0) {
+                    i = close;
+                    continue;
+                }
             }
             open = i;
-            break;
         }
     }
-    const QByteArray head = open < 0 ? sig : sig.left(open);
-    // The name is the last word of the head, skipping spaces inside template arguments.
+    const int end = open < 0 ? n : open;
+    // The name is the last word before the parameter list (or before the
+    // operator keyword), skipping spaces inside template arguments and
+    // "(anonymous namespace)".
     depth = 0;
     int start = 0;
-    for (int i = head.size() - 1; i >= 0; --i) {
-        const char c = head.at(i);
-        if (c == '>')
+    for (int i = (operatorStart >= 0 ? operatorStart : end) - 1; i >= 0; --i) {
+        const char c = sig.at(i);
+        if (c == '>' || c == ')')
             ++depth;
-        else if (c == '<' && depth > 0)
+        else if ((c == '<' || c == '(') && depth > 0)
             --depth;
         else if ((c == ' ' || c == '*' || c == '&') && depth == 0) {
             start = i + 1;
             break;
         }
     }
-    return QString::fromUtf8(head.mid(start));
+    return QString::fromUtf8(sig.mid(start, end - start).trimmed());
 }

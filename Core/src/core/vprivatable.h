@@ -24,10 +24,13 @@ private:
  * @brief Owner side of the private-implementation pair.
  *
  * A class derives from its Qt base and from VPrivatable, passes
- * `new MyClassPrivate(...)` to the constructor and reaches it with d_func<T>().
+ * `new MyClassPrivate(...)` to the constructor and reaches it with
+ * `VPrivatable::d_func<T>()`. Qualify the call: QObject has a d_func() and a
+ * d_ptr of its own, so the bare names are ambiguous in a QObject subclass.
  * @code
  * class VLed : public QWidget, public VPrivatable { ... };
  * VLed::VLed(QWidget* parent) : QWidget(parent), VPrivatable(new VLedPrivate) {}
+ * QColor VLed::color() const { return VPrivatable::d_func<VLedPrivate>()->color; }
  * @endcode
  */
 class VOCORE_EXPORT VPrivatable
