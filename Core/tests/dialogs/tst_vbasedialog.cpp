@@ -1,0 +1,397 @@
+#include "vtestsettings.h"
+
+#include <vbasedialog.h>
+#include <vsettings.h>
+
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QMetaMethod>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+#include <QWindow>
+#include <QtTest>
+
+// Records the calls of the virtual hooks and exposes the protected skeleton.
+class ProbeDialog : public VBaseDialog {
+    Q_OBJECT
+public:
+    explicit ProbeDialog(const QString& name = QString())
+    {
+        if (!name.isEmpty())
+            setObjectName(name);
+        names.clear();
+    }
+
+    using VBaseDialog::buttonBox;
+    using VBaseDialog::mainLayout;
+
+    QStringList calls;
+    QStringList names;
+
+    void readSettings() override
+    {
+        calls << QStringLiteral("read");
+        VBaseDialog::readSettings();
+    }
+    void saveSettings() override
+    {
+        // Saving must happen before the dialog hides, while the geometry is still the shown one.
+        calls << (isVisible() ? QStringLiteral("save") : QStringLiteral("save-hidden"));
+        VBaseDialog::saveSettings();
+    }
+
+protected slots:
+    void onObjectNameChanged(const QString& objectName) override { names << objectName; }
+};
+
+namespace {
+const QRect s_placed(137, 151, 423, 287);
+const QRect s_elsewhere(40, 60, 333, 222);
+
+QVariant stored(const QString& name)
+{
+    VSettings settings(nullptr);
+    return settings.value(QStringLiteral("dialogs/") + name);
+}
+
+QList<QAbstractButton*> visibleButtons(const QDialogButtonBox* box)
+{
+    QList<QAbstractButton*> result;
+    for (QAbstractButton* button : box->buttons()) {
+        if (button->isVisible())
+            result << button;
+    }
+    return result;
+}
+
+enum WayOut { CloseButton, EscapeKey, WindowClose, CloseCall, DoneCall };
+} // namespace
+
+Q_DECLARE_METATYPE(WayOut)
+
+class TestVBaseDialog : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void skeleton();
+    void metaObject();
+    void closeButtonAccepts();
+    void geometrySavedOnEveryWayOut_data();
+    void geometrySavedOnEveryWayOut();
+    void restoredOnEveryShowAndSharedByName();
+    void objectNameChange();
+    void naturalSizeWithoutUsableValue_data();
+    void naturalSizeWithoutUsableValue();
+
+private:
+    QSize naturalSize();
+
+    VTestSettings m_settings;
+};
+
+void TestVBaseDialog::init()
+{
+    m_settings.clear();
+}
+
+QSize TestVBaseDialog::naturalSize()
+{
+    ProbeDialog reference(QStringLiteral("reference"));
+    reference.show();
+    const QSize size = reference.size();
+    reference.hide();
+    VSettings(nullptr).settings()->remove(QStringLiteral("dialogs/reference"));
+    return size;
+}
+
+void TestVBaseDialog::skeleton()
+{
+    ProbeDialog dialog;
+    QCOMPARE(dialog.objectName(), QStringLiteral("VBaseDialog_ObjNameNotSet"));
+    QVERIFY(dialog.parent() == nullptr);
+    QVERIFY(dialog.isWindow());
+    QCOMPARE(dialog.windowFlags(),
+        Qt::WindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::CustomizeWindowHint
+            | Qt::WindowCloseButtonHint));
+    QVERIFY(!dialog.isModal());
+
+    QVERIFY(dialog.mainLayout);
+    QCOMPARE(dialog.layout(), dialog.mainLayout);
+    QCOMPARE(dialog.mainLayout->contentsMargins(), QMargins(2, 2, 2, 2));
+    QCOMPARE(dialog.mainLayout->spacing(), 1);
+
+    QDialogButtonBox* box = dialog.buttonBox;
+    QVERIFY(box);
+    QCOMPARE(box->parent(), &dialog);
+    QCOMPARE(box->orientation(), Qt::Horizontal);
+    QCOMPARE(box->standardButtons(), QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    QVERIFY(box->layout());
+    QCOMPARE(box->layout()->contentsMargins(), QMargins(0, 0, 0, 0));
+    QCOMPARE(box->layout()->spacing(), 4);
+
+    auto* row = dialog.findChild<QHBoxLayout*>(QStringLiteral("buttonBoxLayout"));
+    QVERIFY(row);
+    QCOMPARE(row->contentsMargins(), QMargins(0, 0, 0, 0));
+    QCOMPARE(row->spacing(), 0);
+    QCOMPARE(row->count(), 1);
+    QCOMPARE(row->itemAt(0)->widget(), box);
+    QCOMPARE(row->stretch(0), 0);
+    QCOMPARE(row->itemAt(0)->alignment(), Qt::Alignment());
+    QCOMPARE(dialog.mainLayout->count(), 1);
+    QCOMPARE(dialog.mainLayout->itemAt(0)->layout(), row);
+
+    QPushButton* ok = box->button(QDialogButtonBox::Ok);
+    QPushButton* cancel = box->button(QDialogButtonBox::Cancel);
+    QCOMPARE(ok->text(), QStringLiteral("&Close"));
+    QCOMPARE(box->buttonRole(ok), QDialogButtonBox::AcceptRole);
+    QCOMPARE(cancel->text(), QStringLiteral("&Cancel"));
+    QVERIFY(cancel->isHidden());
+
+    // Nothing is read or written before the dialog is shown.
+    QVERIFY(dialog.calls.isEmpty());
+    QVERIFY(dialog.names.isEmpty());
+    QVERIFY(VSettings(nullptr).settings()->allKeys().isEmpty());
+
+    dialog.show();
+    QCOMPARE(visibleButtons(box), QList<QAbstractButton*> { ok });
+    QCOMPARE(dialog.calls, QStringList { QStringLiteral("read") });
+}
+
+void TestVBaseDialog::metaObject()
+{
+    const QMetaObject& mo = VBaseDialog::staticMetaObject;
+    QCOMPARE(QByteArray(mo.superClass()->className()), QByteArray("QDialog"));
+    QCOMPARE(mo.methodCount() - mo.methodOffset(), 2);
+    QCOMPARE(mo.propertyCount(), mo.propertyOffset());
+
+    const QMetaMethod nameChanged = mo.method(mo.indexOfSlot("onObjectNameChanged(QString)"));
+    QVERIFY(nameChanged.isValid());
+    QCOMPARE(nameChanged.access(), QMetaMethod::Protected);
+    QCOMPARE(nameChanged.parameterNames(), QList<QByteArray> { "objectName" });
+    QVERIFY(nameChanged.methodIndex() >= mo.methodOffset());
+
+    const QMetaMethod done = mo.method(mo.indexOfSlot("done(int)"));
+    QVERIFY(done.isValid());
+    QCOMPARE(done.access(), QMetaMethod::Public);
+    QVERIFY(done.methodIndex() >= mo.methodOffset());
+}
+
+void TestVBaseDialog::closeButtonAccepts()
+{
+    ProbeDialog dialog(QStringLiteral("closeButton"));
+    QSignalSpy accepted(&dialog, &QDialog::accepted);
+    QSignalSpy rejected(&dialog, &QDialog::rejected);
+    QSignalSpy finished(&dialog, &QDialog::finished);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+
+    QTest::mouseClick(dialog.buttonBox->button(QDialogButtonBox::Ok), Qt::LeftButton);
+    QCOMPARE(accepted.count(), 1);
+    QCOMPARE(rejected.count(), 0);
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.first().first().toInt(), int(QDialog::Accepted));
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.calls, (QStringList { QStringLiteral("read"), QStringLiteral("save") }));
+}
+
+void TestVBaseDialog::geometrySavedOnEveryWayOut_data()
+{
+    QTest::addColumn<WayOut>("way");
+    QTest::addColumn<int>("result");
+    QTest::addColumn<QStringList>("calls");
+
+    const QString read = QStringLiteral("read");
+    const QString save = QStringLiteral("save");
+    QTest::newRow("&Close button") << CloseButton << int(QDialog::Accepted) << QStringList { read, save };
+    QTest::newRow("Escape") << EscapeKey << int(QDialog::Rejected) << QStringList { read, save };
+    // The close event saves, and QDialog turns it into reject(), which saves again through done().
+    QTest::newRow("window close button")
+        << WindowClose << int(QDialog::Rejected) << QStringList { read, save, save };
+    QTest::newRow("close()") << CloseCall << int(QDialog::Rejected) << QStringList { read, save, save };
+    QTest::newRow("done(7)") << DoneCall << 7 << QStringList { read, save };
+}
+
+void TestVBaseDialog::geometrySavedOnEveryWayOut()
+{
+    QFETCH(WayOut, way);
+    QFETCH(int, result);
+    QFETCH(QStringList, calls);
+
+    {
+        ProbeDialog dialog(QStringLiteral("wayOut"));
+        QSignalSpy finished(&dialog, &QDialog::finished);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        dialog.setGeometry(s_placed);
+        QCOMPARE(dialog.geometry(), s_placed);
+        QVERIFY(!stored(QStringLiteral("wayOut")).isValid());
+
+        switch (way) {
+        case CloseButton:
+            QTest::mouseClick(dialog.buttonBox->button(QDialogButtonBox::Ok), Qt::LeftButton);
+            break;
+        case EscapeKey:
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+            break;
+        case WindowClose:
+            // What the window manager's close button does.
+            QVERIFY(dialog.windowHandle());
+            dialog.windowHandle()->close();
+            break;
+        case CloseCall:
+            QVERIFY(dialog.close());
+            break;
+        case DoneCall:
+            dialog.done(7);
+            break;
+        }
+
+        QVERIFY(!dialog.isVisible());
+        QCOMPARE(finished.count(), 1);
+        QCOMPARE(dialog.result(), result);
+        QCOMPARE(dialog.calls, calls);
+    }
+
+    const QVariant value = stored(QStringLiteral("wayOut"));
+    QCOMPARE(value.userType(), int(QMetaType::QByteArray));
+    QVERIFY(!value.toByteArray().isEmpty());
+    QCOMPARE(VSettings(nullptr).settings()->allKeys(), QStringList { QStringLiteral("dialogs/wayOut") });
+
+    ProbeDialog again(QStringLiteral("wayOut"));
+    again.show();
+    QCOMPARE(again.geometry(), s_placed);
+}
+
+void TestVBaseDialog::restoredOnEveryShowAndSharedByName()
+{
+    ProbeDialog first(QStringLiteral("shared"));
+    first.show();
+    first.setGeometry(s_placed);
+    first.accept();
+    QCOMPARE(first.calls, (QStringList { QStringLiteral("read"), QStringLiteral("save") }));
+
+    // A second dialog of the same name opens where the first was left and writes the same key.
+    ProbeDialog second(QStringLiteral("shared"));
+    second.show();
+    QCOMPARE(second.geometry(), s_placed);
+    second.setGeometry(s_elsewhere);
+    second.reject();
+    QCOMPARE(VSettings(nullptr).settings()->allKeys(), QStringList { QStringLiteral("dialogs/shared") });
+
+    // Reshown, the first dialog follows the stored value, not its own last geometry.
+    first.show();
+    QCOMPARE(first.geometry(), s_elsewhere);
+    QCOMPARE(first.calls,
+        (QStringList { QStringLiteral("read"), QStringLiteral("save"), QStringLiteral("read") }));
+    first.accept();
+
+    // Dialogs that never get a name share the placeholder's key.
+    {
+        ProbeDialog unnamed;
+        unnamed.show();
+        unnamed.setGeometry(s_placed);
+        unnamed.accept();
+    }
+    QVERIFY(!stored(QStringLiteral("VBaseDialog_ObjNameNotSet")).toByteArray().isEmpty());
+    ProbeDialog otherUnnamed;
+    otherUnnamed.show();
+    QCOMPARE(otherUnnamed.geometry(), s_placed);
+}
+
+void TestVBaseDialog::objectNameChange()
+{
+    ProbeDialog dialog;
+    QVERIFY(dialog.names.isEmpty());
+
+    dialog.setObjectName(QStringLiteral("orders"));
+    QCOMPARE(dialog.names, QStringList { QStringLiteral("orders") });
+    dialog.setObjectName(QStringLiteral("orders"));
+    QCOMPARE(dialog.names.size(), 1);
+
+    // The new name is the key at the next show and close.
+    {
+        ProbeDialog writer(QStringLiteral("orders"));
+        writer.show();
+        writer.setGeometry(s_elsewhere);
+        writer.accept();
+    }
+    dialog.show();
+    QCOMPARE(dialog.geometry(), s_elsewhere);
+    dialog.setGeometry(s_placed);
+    dialog.accept();
+    QCOMPARE(VSettings(nullptr).settings()->allKeys(), QStringList { QStringLiteral("dialogs/orders") });
+
+    dialog.setObjectName(QStringLiteral("customers"));
+    QCOMPARE(dialog.names, (QStringList { QStringLiteral("orders"), QStringLiteral("customers") }));
+    dialog.show();
+    dialog.accept();
+    QCOMPARE(VSettings(nullptr).settings()->allKeys(),
+        (QStringList { QStringLiteral("dialogs/customers"), QStringLiteral("dialogs/orders") }));
+
+    ProbeDialog reader(QStringLiteral("orders"));
+    reader.show();
+    QCOMPARE(reader.geometry(), s_placed);
+}
+
+void TestVBaseDialog::naturalSizeWithoutUsableValue_data()
+{
+    QTest::addColumn<QVariant>("value");
+
+    QByteArray halfGeometry;
+    {
+        ProbeDialog source(QStringLiteral("source"));
+        source.show();
+        source.setGeometry(s_placed);
+        halfGeometry = source.saveGeometry();
+        halfGeometry.truncate(halfGeometry.size() / 2);
+        source.hide();
+    }
+
+    QByteArray noise;
+    quint32 seed = 12345;
+    for (int i = 0; i < 300; ++i) {
+        seed = seed * 1103515245u + 12345u;
+        noise.append(char(seed >> 24));
+    }
+    QByteArray magicThenNothing;
+    {
+        QDataStream stream(&magicThenNothing, QIODevice::WriteOnly);
+        stream << quint32(0x1D9D0CB) << quint16(3);
+    }
+
+    QTest::newRow("no key") << QVariant();
+    QTest::newRow("string") << QVariant(QStringLiteral("garbage"));
+    QTest::newRow("int") << QVariant(42);
+    QTest::newRow("random bytes") << QVariant(noise);
+    QTest::newRow("empty bytes") << QVariant(QByteArray());
+    QTest::newRow("string list") << QVariant(QStringList { QStringLiteral("a"), QStringLiteral("b") });
+    QTest::newRow("truncated geometry") << QVariant(magicThenNothing);
+    QTest::newRow("geometry cut in half") << QVariant(halfGeometry);
+    QTest::newRow("huge string") << QVariant(QString(100000, QLatin1Char('x')));
+}
+
+void TestVBaseDialog::naturalSizeWithoutUsableValue()
+{
+    QFETCH(QVariant, value);
+    const QSize natural = naturalSize();
+    QVERIFY(natural.width() > 0 && natural.height() > 0);
+
+    if (value.isValid())
+        VSettings(nullptr).setValue(QStringLiteral("dialogs/garbage"), value);
+
+    ProbeDialog dialog(QStringLiteral("garbage"));
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QCOMPARE(dialog.size(), natural);
+    QCOMPARE(dialog.calls, QStringList { QStringLiteral("read") });
+
+    // Closing replaces the garbage with a real geometry.
+    dialog.accept();
+    QCOMPARE(stored(QStringLiteral("garbage")).toByteArray(), dialog.saveGeometry());
+}
+
+QTEST_MAIN(TestVBaseDialog)
+#include "tst_vbasedialog.moc"
