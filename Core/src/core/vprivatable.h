@@ -25,12 +25,11 @@ private:
  *
  * A class derives from its Qt base and from VPrivatable, passes
  * `new MyClassPrivate(...)` to the constructor and reaches it with
- * `VPrivatable::d_func<T>()`. Qualify the call: QObject has a d_func() and a
- * d_ptr of its own, so the bare names are ambiguous in a QObject subclass.
+ * privateData<T>() (not d_func(), which QObject already has).
  * @code
  * class VLed : public QWidget, public VPrivatable { ... };
  * VLed::VLed(QWidget* parent) : QWidget(parent), VPrivatable(new VLedPrivate) {}
- * QColor VLed::color() const { return VPrivatable::d_func<VLedPrivate>()->color; }
+ * QColor VLed::color() const { return privateData<VLedPrivate>()->color; }
  * @endcode
  */
 class VOCORE_EXPORT VPrivatable
@@ -40,10 +39,10 @@ public:
     virtual ~VPrivatable();
 
 protected:
-    VPrivate* d_ptr() const { return m_d; }
+    VPrivate* privateObject() const { return m_d; }
 
     template <typename T>
-    T* d_func() const
+    T* privateData() const
     {
         return static_cast<T*>(m_d);
     }

@@ -36,8 +36,7 @@ public:
         : VPrivatable(new CountingPrivate)
     {
     }
-    // Qualified, since QObject has a d_func() of its own.
-    CountingPrivate* privateObject() const { return VPrivatable::d_func<CountingPrivate>(); }
+    CountingPrivate* counting() const { return privateData<CountingPrivate>(); }
 };
 } // namespace
 
@@ -195,7 +194,7 @@ void TestVCore::privatableDeletesPrivate()
     QCOMPARE(s_privatesAlive, 0);
     auto* owner = new Owner;
     QCOMPARE(s_privatesAlive, 1);
-    QCOMPARE(owner->privateObject()->value, 17);
+    QCOMPARE(owner->counting()->value, 17);
     delete owner;
     QCOMPARE(s_privatesAlive, 0);
 
