@@ -3,9 +3,13 @@
 #include <logger.h>
 
 #include <QAbstractItemModel>
+#include <QDate>
 #include <QFile>
 #include <QTextCodec>
 
+#include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <cstring>
 
 namespace {
@@ -26,7 +30,10 @@ public:
         , m_codec(codec)
     {
         m_state.flags |= QTextCodec::IgnoreHeader;
-        allocate(ChunkChars);
+        m_buffer.resize(ChunkChars);
+        m_begin = reinterpret_cast<char16_t*>(m_buffer.data());
+        m_pos = m_begin;
+        m_end = m_begin + ChunkChars;
     }
 
     bool ok() const { return m_ok; }
@@ -39,41 +46,24 @@ public:
 
     void appendQuoted(const QString& text)
     {
-        const int length = text.size();
         const char16_t* src = reinterpret_cast<const char16_t*>(text.constData());
-        int quote = text.indexOf(QLatin1Char('"'));
-        if (quote < 0) {
-            if (!reserve(length + 2))
-                return;
-            *m_pos++ = u'"';
-            std::memcpy(m_pos, src, sizeof(char16_t) * size_t(length));
-            m_pos += length;
-            *m_pos++ = u'"';
-            return;
-        }
-        // Worst case: every character a quote.
-        if (!reserve(2 * length + 2))
-            return;
-        *m_pos++ = u'"';
+        appendChar(u'"');
         int from = 0;
-        while (quote >= 0) {
-            const int count = quote + 1 - from;
-            std::memcpy(m_pos, src + from, sizeof(char16_t) * size_t(count));
-            m_pos += count;
-            *m_pos++ = u'"';
+        for (int quote = text.indexOf(QLatin1Char('"')); quote >= 0;
+             quote = text.indexOf(QLatin1Char('"'), from)) {
+            appendText(src + from, quote + 1 - from);
+            appendChar(u'"');
             from = quote + 1;
-            quote = text.indexOf(QLatin1Char('"'), from);
         }
-        std::memcpy(m_pos, src + from, sizeof(char16_t) * size_t(length - from));
-        m_pos += length - from;
-        *m_pos++ = u'"';
+        appendText(src + from, text.size() - from);
+        appendChar(u'"');
     }
 
     /// The same digits as QString::number(), without a temporary string.
     void appendQuoted(qulonglong value, bool negative)
     {
-        char16_t digits[24];
-        char16_t* end = digits + sizeof(digits) / sizeof(digits[0]);
+        char16_t text[24];
+        char16_t* end = text + sizeof(text) / sizeof(text[0]);
         char16_t* p = end;
         do {
             *--p = char16_t(u'0' + value % 10);
@@ -81,13 +71,83 @@ public:
         } while (value);
         if (negative)
             *--p = u'-';
-        const int length = int(end - p);
-        if (!reserve(length + 2))
-            return;
-        *m_pos++ = u'"';
-        std::memcpy(m_pos, p, sizeof(char16_t) * size_t(length));
-        m_pos += length;
-        *m_pos++ = u'"';
+        appendQuotedPlain(p, int(end - p));
+    }
+
+    /*
+     * The text QVariant::toString() gives a double: Qt's shortest round-trip
+     * digits, which std::to_chars picks alike. Only Qt's plain decimal form is
+     * built here (the point at most three places left of the first digit and at
+     * most five zeros after the last); zero, infinities, NaN and the exponent
+     * form return false and are left to QVariant.
+     */
+    bool appendQuoted(double value)
+    {
+        if (value == 0 || !std::isfinite(value))
+            return false;
+        char scientific[32];
+        char* const end = scientific + sizeof(scientific);
+        const auto converted = std::to_chars(scientific, end, value, std::chars_format::scientific);
+        if (converted.ec != std::errc())
+            return false;
+        const char* p = scientific;
+        const bool negative = *p == '-';
+        if (negative)
+            ++p;
+        char digits[24];
+        int count = 0;
+        for (; p < converted.ptr && *p != 'e'; ++p) {
+            if (*p != '.' && count < int(sizeof(digits)))
+                digits[count++] = *p;
+        }
+        if (p == converted.ptr)
+            return false;
+        ++p;
+        if (*p == '+')
+            ++p;
+        int exponent = 0;
+        if (std::from_chars(p, converted.ptr, exponent).ec != std::errc())
+            return false;
+        const int point = exponent + 1; // digits before the decimal point
+        if (point < -3 || point > count + 5)
+            return false;
+
+        char16_t text[48];
+        char16_t* out = text;
+        if (negative)
+            *out++ = u'-';
+        if (point <= 0) {
+            *out++ = u'0';
+            *out++ = u'.';
+            for (int i = point; i < 0; ++i)
+                *out++ = u'0';
+            for (int i = 0; i < count; ++i)
+                *out++ = char16_t(digits[i]);
+        } else {
+            for (int i = 0; i < count || i < point; ++i) {
+                if (i == point)
+                    *out++ = u'.';
+                *out++ = i < count ? char16_t(digits[i]) : u'0';
+            }
+        }
+        appendQuotedPlain(text, int(out - text));
+        return true;
+    }
+
+    /// ISO "yyyy-MM-dd" as QVariant::toString() gives it; other years are left to QVariant.
+    bool appendQuoted(const QDate& date)
+    {
+        int year = 0;
+        int month = 0;
+        int day = 0;
+        date.getDate(&year, &month, &day);
+        if (!date.isValid() || year < 1 || year > 9999)
+            return false;
+        const char16_t text[10] = { char16_t(u'0' + year / 1000), char16_t(u'0' + year / 100 % 10),
+            char16_t(u'0' + year / 10 % 10), char16_t(u'0' + year % 10), u'-', char16_t(u'0' + month / 10),
+            char16_t(u'0' + month % 10), u'-', char16_t(u'0' + day / 10), char16_t(u'0' + day % 10) };
+        appendQuotedPlain(text, 10);
+        return true;
     }
 
     void appendQuoted(const QVariant& value)
@@ -112,6 +172,14 @@ public:
         }
         case QMetaType::ULongLong:
             appendQuoted(*static_cast<const qulonglong*>(value.constData()), false);
+            break;
+        case QMetaType::Double:
+            if (!appendQuoted(*static_cast<const double*>(value.constData())))
+                appendQuoted(value.toString());
+            break;
+        case QMetaType::QDate:
+            if (!appendQuoted(*static_cast<const QDate*>(value.constData())))
+                appendQuoted(value.toString());
             break;
         case QMetaType::UnknownType:
             appendChar(u'"');
@@ -143,25 +211,38 @@ public:
     }
 
 private:
-    void allocate(int capacity)
+    // Copies through the buffer piece by piece, so that a huge value needs no huge buffer.
+    void appendText(const char16_t* text, int length)
     {
-        m_buffer.resize(capacity);
-        m_begin = reinterpret_cast<char16_t*>(m_buffer.data());
-        m_pos = m_begin;
-        m_end = m_begin + capacity;
+        while (length > 0 && m_ok) {
+            int count = int(std::min<qint64>(length, m_end - m_pos));
+            // A surrogate pair stays in one chunk.
+            if (count < length && count > 0 && QChar::isHighSurrogate(text[count - 1]))
+                --count;
+            if (count == 0) {
+                flush();
+                continue;
+            }
+            std::memcpy(m_pos, text, sizeof(char16_t) * size_t(count));
+            m_pos += count;
+            text += count;
+            length -= count;
+        }
     }
 
-    // Makes room for @p count characters; flushes, and grows only for a field larger than a chunk.
-    bool reserve(int count)
+    // Short text known to hold no double quote.
+    void appendQuotedPlain(const char16_t* text, int length)
     {
-        if (m_end - m_pos >= count)
-            return true;
-        if (!flush())
-            return false;
-        if (m_end - m_begin < count)
-            allocate(count);
-        return true;
+        if (!reserve(length + 2))
+            return;
+        *m_pos++ = u'"';
+        std::memcpy(m_pos, text, sizeof(char16_t) * size_t(length));
+        m_pos += length;
+        *m_pos++ = u'"';
     }
+
+    // Makes room for @p count characters, at most a few dozen.
+    bool reserve(int count) { return m_end - m_pos >= count || flush(); }
 
     QFile* m_file;
     QTextCodec* m_codec;

@@ -4,11 +4,14 @@
 
 #include <QDate>
 #include <QFile>
+#include <QRandomGenerator>
 #include <QStandardItemModel>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextCodec>
 
+#include <cmath>
+#include <cstring>
 #include <limits>
 
 class tst_VCsvModelWriter : public QObject {
@@ -25,6 +28,7 @@ private slots:
     void replacesEarlierContent();
     void localeCodec();
     void largeModelMatchesPlainWriter();
+    void numbersAndDatesAsQVariantGivesThem();
     void unwritablePath();
     void fullDevice_data();
     void fullDevice();
@@ -85,7 +89,18 @@ void tst_VCsvModelWriter::quotedField_data()
                                    << QByteArray("\"18446744073709551615\"");
     QTest::newRow("double") << QVariant(1234.5) << QByteArray("\"1234.5\"");
     QTest::newRow("double third") << QVariant(1.0 / 3) << QByteArray("\"0.3333333333333333\"");
+    QTest::newRow("double sum") << QVariant(0.1 + 0.2) << QByteArray("\"0.30000000000000004\"");
+    QTest::newRow("double negative") << QVariant(-2.5) << QByteArray("\"-2.5\"");
+    QTest::newRow("double small") << QVariant(0.0001) << QByteArray("\"0.0001\"");
+    QTest::newRow("double smaller") << QVariant(0.00001) << QByteArray("\"1e-05\"");
+    QTest::newRow("double integral") << QVariant(123456.0) << QByteArray("\"123456\"");
+    QTest::newRow("double million") << QVariant(1e6) << QByteArray("\"1e+06\"");
+    QTest::newRow("double long") << QVariant(123456789012345678.0) << QByteArray("\"123456789012345680\"");
+    QTest::newRow("double zero") << QVariant(0.0) << QByteArray("\"0\"");
+    QTest::newRow("double negative zero") << QVariant(-0.0) << QByteArray("\"0\"");
+    QTest::newRow("double infinity") << QVariant(qInf()) << QByteArray("\"inf\"");
     QTest::newRow("date") << QVariant(QDate(2024, 2, 29)) << QByteArray("\"2024-02-29\"");
+    QTest::newRow("date early") << QVariant(QDate(7, 3, 9)) << QByteArray("\"0007-03-09\"");
     QTest::newRow("null date") << QVariant(QDate()) << QByteArray("\"\"");
     QTest::newRow("bool") << QVariant(true) << QByteArray("\"true\"");
     QTest::newRow("byte array with quote") << QVariant(QByteArray("x\"y")) << QByteArray("\"x\"\"y\"");
@@ -193,6 +208,10 @@ void tst_VCsvModelWriter::largeModelMatchesPlainWriter()
         model.setData(model.index(row, 2), QDate(2000, 1, 1).addDays(row));
     }
     model.setData(model.index(rows / 2, 1), QString(700 * 1024, QLatin1Char('"')));
+    QString pairs = QStringLiteral("x");
+    for (int i = 0; i < 600 * 1024; ++i)
+        pairs += QStringLiteral("\U0001F600");
+    model.setData(model.index(rows / 3, 1), pairs);
 
     VCsvModelWriter writer(path("large.csv"));
     writer.setModel(&model);
@@ -216,6 +235,44 @@ void tst_VCsvModelWriter::largeModelMatchesPlainWriter()
     const QByteArray actual = readAll(path("large.csv"));
     QCOMPARE(actual.size(), expected.toUtf8().size());
     QVERIFY(actual == expected.toUtf8());
+}
+
+void tst_VCsvModelWriter::numbersAndDatesAsQVariantGivesThem()
+{
+    // Numbers and dates are formatted without QVariant::toString(); the text must still be exactly its.
+    QRandomGenerator random(20240229);
+    QVector<QVariant> values;
+    for (int i = 0; i < 30000; ++i) {
+        const quint64 bits = random.generate64();
+        double any;
+        std::memcpy(&any, &bits, sizeof(any));
+        values << any;
+        const double scale = std::pow(10.0, random.bounded(-12, 22));
+        values << double(qint64(random.generate64() >> random.bounded(1, 64))) / scale;
+        values << -double(random.bounded(1000000)) / 100.0;
+        values << random.bounded(1e9) * std::pow(10.0, random.bounded(-10, 12));
+        values << QDate::fromJulianDay(random.bounded(-100000, 6000000));
+        values << qint64(random.generate64()) << int(random.generate()) << random.generate();
+    }
+
+    QStandardItemModel model(values.size(), 1);
+    for (int row = 0; row < values.size(); ++row)
+        model.setData(model.index(row, 0), values.at(row), Qt::UserRole);
+    VCsvModelWriter writer(path("numbers.csv"));
+    writer.setModel(&model);
+    writer.addColumn(QStringLiteral("N"), 0, Qt::UserRole);
+    QVERIFY(writer.write());
+
+    const QList<QByteArray> lines = readAll(path("numbers.csv")).split('\n');
+    QCOMPARE(lines.size(), values.size() + 2);
+    for (int row = 0; row < values.size(); ++row) {
+        const QByteArray expected = '"' + values.at(row).toString().toUtf8() + '"';
+        if (lines.at(row + 1) != expected)
+            QFAIL(qPrintable(
+                QStringLiteral("%1 (%2) written as %3")
+                    .arg(QString::fromLatin1(expected), QString::fromLatin1(values.at(row).typeName()),
+                        QString::fromLatin1(lines.at(row + 1)))));
+    }
 }
 
 void tst_VCsvModelWriter::unwritablePath()
