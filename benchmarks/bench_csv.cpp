@@ -119,20 +119,15 @@ private:
     std::vector<Order> m_rows;
 };
 
-qint64 bestOf(const std::function<bool()>& run)
+qint64 timed(const std::function<bool()>& run)
 {
-    qint64 best = std::numeric_limits<qint64>::max();
-    for (int i = 0; i < Runs; ++i) {
-        QElapsedTimer timer;
-        timer.start();
-        if (!run())
-            return -1;
-        best = std::min(best, timer.elapsed());
-    }
-    return best;
+    QElapsedTimer timer;
+    timer.start();
+    return run() ? timer.elapsed() : -1;
 }
 
-bool runSqlite(const QString& program, const QStringList& arguments)
+// Runs the sqlite3 shell; the standard output goes to @p output when given.
+bool runSqlite(const QString& program, const QStringList& arguments, QByteArray* output = nullptr)
 {
     QProcess process;
     process.start(program, arguments);
@@ -141,6 +136,8 @@ bool runSqlite(const QString& program, const QStringList& arguments)
         std::fprintf(stderr, "csv: sqlite3 failed: %s\n", process.readAllStandardError().constData());
         return false;
     }
+    if (output)
+        *output = process.readAllStandardOutput().trimmed();
     return true;
 }
 
@@ -163,7 +160,8 @@ int main(int argc, char** argv)
     for (int c = 0; c < Columns; ++c)
         writer.addColumn(titles.at(c), c, Qt::DisplayRole);
 
-    const qint64 writerMs = bestOf([&] { return writer.write(); });
+    // The first file also fills the sqlite3 table below.
+    qint64 writerMs = timed([&] { return writer.write(); });
     if (writerMs < 0) {
         std::fprintf(stderr, "csv: VCsvModelWriter failed\n");
         return 1;
@@ -171,28 +169,47 @@ int main(int argc, char** argv)
 
     const QString sqlite = QStandardPaths::findExecutable(QStringLiteral("sqlite3"));
     if (sqlite.isEmpty()) {
+        for (int run = 1; run < Runs; ++run)
+            writerMs = std::min(writerMs, timed([&] { return writer.write(); }));
         std::printf("csv: VCsvModelWriter %dx%d: %lld ms; sqlite3 shell not found, comparison skipped\n",
             Rows, Columns, writerMs);
         return 0;
     }
 
-    // The table is filled from the writer's own output, which also shows that sqlite3 reads it back.
+    // Reading the writer's output back also shows that sqlite3 accepts it as CSV.
     const QString db = dir.filePath(QStringLiteral("orders.db"));
     const QString schema = QStringLiteral(
         "CREATE TABLE t(id INTEGER, code TEXT, customer TEXT, note TEXT, quantity INTEGER, price REAL, "
         "date TEXT, amount REAL)");
+    QByteArray count;
     if (!runSqlite(sqlite,
             { db, schema, QStringLiteral(".import --csv --skip 1 %1 t").arg(writerFile),
-                QStringLiteral("SELECT count(*) FROM t") })) {
+                QStringLiteral("SELECT count(*) FROM t") },
+            &count)) {
+        return 1;
+    }
+    if (count != QByteArray::number(Rows)) {
+        std::fprintf(stderr, "csv: sqlite3 read %s rows back instead of %d\n", count.constData(), Rows);
         return 1;
     }
 
     const QString sqliteFile = dir.filePath(QStringLiteral("sqlite.csv"));
     const QStringList exportArgs = { db, QStringLiteral(".headers on"), QStringLiteral(".mode csv"),
         QStringLiteral(".once %1").arg(sqliteFile), QStringLiteral("SELECT * FROM t") };
-    const qint64 sqliteMs = bestOf([&] { return runSqlite(sqlite, exportArgs); });
-    if (sqliteMs < 0)
-        return 1;
+    // Alternate the two so that both see the same load on a shared machine; the best run counts.
+    qint64 sqliteMs = std::numeric_limits<qint64>::max();
+    for (int run = 0; run < Runs; ++run) {
+        const qint64 ms = timed([&] { return runSqlite(sqlite, exportArgs); });
+        if (ms < 0)
+            return 1;
+        sqliteMs = std::min(sqliteMs, ms);
+        if (run + 1 < Runs) {
+            const qint64 writerRun = timed([&] { return writer.write(); });
+            if (writerRun < 0)
+                return 1;
+            writerMs = std::min(writerMs, writerRun);
+        }
+    }
 
     const double ratio = sqliteMs > 0 ? double(writerMs) / double(sqliteMs) : 0.0;
     const bool pass = ratio <= 0.5;
