@@ -1,10 +1,140 @@
+#include "mainwindow.h"
+#include "sampledatabase.h"
+
 #include <QApplication>
-#include <QLabel>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPixmap>
+#include <QStandardPaths>
+
+#include <cstdio>
+
+namespace {
+
+void print(FILE* stream, const QString& text)
+{
+    std::fputs(qPrintable(text + QLatin1Char('\n')), stream);
+    std::fflush(stream);
+}
+
+// Shows the window once, lets it lay out and paint, and saves what it shows.
+bool saveScreenshot(MainWindow& window, const QString& fileName)
+{
+    window.resize(1280, 800);
+    window.show();
+    for (int i = 0; i < 3; ++i)
+        QApplication::processEvents();
+    const QPixmap picture = window.grab();
+    const QString dir = QFileInfo(fileName).absolutePath();
+    return !picture.isNull() && QDir().mkpath(dir) && picture.save(fileName, "PNG");
+}
+
+// A screenshot is rendered offscreen, so that it needs no display and never flashes a window;
+// the platform must be chosen before the application object exists.
+void useOffscreenForScreenshot(int argc, char* argv[])
+{
+    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        return;
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray arg(argv[i]);
+        if (arg == "--screenshot" || arg.startsWith("--screenshot=") || arg == "-screenshot") {
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+            return;
+        }
+    }
+}
+
+} // namespace
 
 int main(int argc, char* argv[])
 {
+    useOffscreenForScreenshot(argc, argv);
     QApplication app(argc, argv);
-    QLabel label(QStringLiteral("veitikgip demo"));
-    label.show();
+    QApplication::setOrganizationName(QStringLiteral("veitikgip"));
+    QApplication::setApplicationName(QStringLiteral("veitikgip-demo"));
+    QApplication::setApplicationVersion(QStringLiteral(VEITIKGIP_DEMO_VERSION));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QApplication::translate(
+        "main", "Browses a sample database of customers, products, orders and order lines."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption databaseOption(QStringLiteral("database"),
+        QApplication::translate("main",
+            "Use the SQLite database <file>; it is created with sample data when missing or incomplete."),
+        QApplication::translate("main", "file"));
+    const QCommandLineOption screenshotOption(QStringLiteral("screenshot"),
+        QApplication::translate(
+            "main", "Render the window once the data is shown, save it as a PNG <file> and exit."),
+        QApplication::translate("main", "file"));
+    const QCommandLineOption tableOption(QStringLiteral("table"),
+        QApplication::translate(
+            "main", "Start with the tab of <table>: customers, products, orders or order_lines."),
+        QApplication::translate("main", "table"));
+    parser.addOption(databaseOption);
+    parser.addOption(tableOption);
+    parser.addOption(screenshotOption);
+    parser.process(app);
+
+    QString databaseFile = parser.value(databaseOption);
+    if (databaseFile.isEmpty()) {
+        databaseFile = QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
+                           .filePath(QStringLiteral("sample.sqlite"));
+    }
+
+    SampleDatabase database(databaseFile);
+    if (!database.open()) {
+        const QString message = QApplication::translate("main", "%1 (%2)")
+                                    .arg(database.errorString(), QDir::toNativeSeparators(databaseFile));
+        print(stderr, message);
+        if (!parser.isSet(screenshotOption))
+            QMessageBox::critical(nullptr, QApplication::applicationName(), message);
+        return 1;
+    }
+    if (database.wasCreated()) {
+        const SampleDatabase::Counts n = database.counts();
+        print(stdout,
+            QApplication::translate("main",
+                "Created the sample database %1 in %2 ms "
+                "(%3 customers, %4 products, %5 orders, %6 order lines).")
+                .arg(QDir::toNativeSeparators(databaseFile))
+                .arg(database.creationTime())
+                .arg(n.customers)
+                .arg(n.products)
+                .arg(n.orders)
+                .arg(n.orderLines));
+    }
+
+    QElapsedTimer loading;
+    loading.start();
+    MainWindow window;
+    window.setWindowTitle(
+        QApplication::translate("main", "veitikgip demo - %1").arg(QDir::toNativeSeparators(databaseFile)));
+    if (parser.isSet(tableOption) && !window.setCurrentTable(parser.value(tableOption))) {
+        print(
+            stderr, QApplication::translate("main", "There is no table %1.").arg(parser.value(tableOption)));
+        return 2;
+    }
+
+    const QString screenshotFile = parser.value(screenshotOption);
+    if (!screenshotFile.isEmpty()) {
+        if (!saveScreenshot(window, screenshotFile)) {
+            print(stderr,
+                QApplication::translate("main", "Cannot save the screenshot to %1")
+                    .arg(QDir::toNativeSeparators(screenshotFile)));
+            return 1;
+        }
+        print(stdout,
+            QApplication::translate("main", "Loaded the tables in %1 ms; screenshot saved to %2")
+                .arg(loading.elapsed())
+                .arg(QDir::toNativeSeparators(QFileInfo(screenshotFile).absoluteFilePath())));
+        return 0;
+    }
+
+    window.resize(1280, 800);
+    window.show();
     return app.exec();
 }
