@@ -25,7 +25,7 @@ public:
         setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         for (int column = 0; column < model->columnCount(); ++column)
             setColumnWidth(column, s_columnWidth);
-        resize(2 * s_columnWidth + 60, 200);
+        resize(model->columnCount() * s_columnWidth + 60, 200);
     }
 
     QImage image() { return viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32); }
@@ -110,6 +110,12 @@ void tst_VHighLightItemDelegate::bandsEveryMatch_data()
     QTest::newRow("star at once empty") << "axx"
                                         << "x*" << false << QList<QPoint> {};
     // Past the cell's width: the second-to-last match is cut at the edge, the last one not drawn.
+    // Measured from the right, the first matches lie left of the cell and are cut at its left edge.
+    QTest::newRow("right aligned, wider than the cell")
+        << "abc abc abc abc abc abc abc abc abc abc abc abc abc abc"
+        << "ABC" << true
+        << QList<QPoint> { { 0, 3 }, { 4, 3 }, { 8, 3 }, { 12, 3 }, { 16, 3 }, { 20, 3 }, { 24, 3 },
+               { 28, 3 }, { 32, 3 }, { 36, 3 }, { 40, 3 }, { 44, 3 }, { 48, 3 }, { 52, 3 } };
     QTest::newRow("clipped and beyond")
         << "abc abc abc abc abc abc abc abc abc abc abc abc abc abc"
         << "ABC" << false
@@ -124,11 +130,12 @@ void tst_VHighLightItemDelegate::bandsEveryMatch()
     QFETCH(bool, alignRight);
     QFETCH(QList<QPoint>, matches);
 
-    QStandardItemModel model(2, 2);
-    model.setItem(0, 0, new QStandardItem(text));
-    model.setItem(0, 1, new QStandardItem(QStringLiteral("plain")));
+    QStandardItemModel model(2, 3);
+    model.setItem(0, 0, new QStandardItem(QStringLiteral("plain")));
+    model.setItem(0, 1, new QStandardItem(text));
+    model.setItem(0, 2, new QStandardItem(QStringLiteral("plain")));
     if (alignRight)
-        model.item(0, 0)->setData(int(Qt::AlignRight | Qt::AlignVCenter), Qt::TextAlignmentRole);
+        model.item(0, 1)->setData(int(Qt::AlignRight | Qt::AlignVCenter), Qt::TextAlignmentRole);
     View view(&model);
     auto* delegate = new VHighLightItemDelegate(&view);
     view.setItemDelegate(delegate);
@@ -136,37 +143,43 @@ void tst_VHighLightItemDelegate::bandsEveryMatch()
     view.show();
     QVERIFY(QTest::qWaitForWindowExposed(&view));
 
-    const QRect cell = view.visualRect(model.index(0, 0));
+    const QRect cell = view.visualRect(model.index(0, 1));
     const QFontMetrics metrics(view.font());
     const int margin = view.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &view) + 1;
     QStringList expected;
     bool clipped = false;
     bool dropped = false;
+    bool cutLeft = false;
     for (const QPoint& match : matches) {
         const int band = width(metrics, text.mid(match.x(), match.y()));
         const int x = alignRight
             ? cell.right() - margin - band - width(metrics, text.mid(match.x() + match.y()))
             : cell.left() + margin + width(metrics, text.left(match.x()));
-        if (x >= cell.right()) {
+        if (x >= cell.right() || x + band <= cell.left()) {
             dropped = true;
             continue;
         }
         clipped = clipped || x + band > cell.right();
+        cutLeft = cutLeft || x < cell.left();
+        const int start = qMax(x, cell.left());
         const int end = qMin(x + band, cell.right()) - 1;
         // Bands of neighbouring matches may touch; the image shows them as one run.
         if (!expected.isEmpty() && expected.last().section(QLatin1Char('-'), 1).toInt() + 1 >= x)
             expected.last()
                 = expected.last().section(QLatin1Char('-'), 0, 0) + QStringLiteral("-%1").arg(end);
         else
-            expected << QStringLiteral("%1-%2").arg(x).arg(end);
+            expected << QStringLiteral("%1-%2").arg(start).arg(end);
     }
     if (QByteArray(QTest::currentDataTag()) == "clipped and beyond")
         QVERIFY(clipped && dropped);
+    if (QByteArray(QTest::currentDataTag()) == "right aligned, wider than the cell")
+        QVERIFY(cutLeft && dropped);
 
     const QImage image = view.image();
     QCOMPARE(bandRuns(image, cell), expected.join(QLatin1Char(',')));
-    // Nothing spills into the neighbouring cell.
-    QCOMPARE(bandRuns(image, view.visualRect(model.index(0, 1))), QString());
+    // Nothing spills into the neighbouring cells.
+    QCOMPARE(bandRuns(image, view.visualRect(model.index(0, 0))), QString());
+    QCOMPARE(bandRuns(image, view.visualRect(model.index(0, 2))), QString());
 }
 
 void tst_VHighLightItemDelegate::emptySearchPaintsLikeBaseDelegate()

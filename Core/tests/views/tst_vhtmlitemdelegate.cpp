@@ -44,6 +44,7 @@ private slots:
     void elidesHugeAndNarrowCells();
     void paintsInsideTheCell_data();
     void paintsInsideTheCell();
+    void tallDocumentShowsItsFirstLine();
     void anchorAtAgreesWithPainting();
     void sizeHint();
 
@@ -163,6 +164,32 @@ void tst_VHtmlItemDelegate::paintsInsideTheCell()
     const QRect cell = view.visualRect(middle);
     QVERIFY(painted != empty);
     QVERIFY(sameOutside(painted, empty, cell));
+}
+
+void tst_VHtmlItemDelegate::tallDocumentShowsItsFirstLine()
+{
+    QStandardItemModel model(1, 1);
+    QTableView view;
+    view.setModel(&model);
+    view.setItemDelegate(new VHtmlItemDelegate(&view));
+    view.setSelectionMode(QAbstractItemView::NoSelection);
+    view.setFocusPolicy(Qt::NoFocus);
+    view.resize(300, 150);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    const QModelIndex index = model.index(0, 0);
+    model.setData(index, int(Qt::AlignLeft | Qt::AlignVCenter), Qt::TextAlignmentRole);
+    const QRect cell = view.visualRect(index);
+
+    model.setData(index, QStringLiteral("one"));
+    const QImage oneLine = view.viewport()->grab().toImage().copy(cell);
+    model.setData(index, QStringLiteral("one<br>two<br>three"));
+    const QImage threeLines = view.viewport()->grab().toImage().copy(cell);
+    model.setData(index, QStringLiteral("one<br>two<br>three<br>four"));
+    const QImage fourLines = view.viewport()->grab().toImage().copy(cell);
+    // Taller than the row: drawn from the top, whatever follows the first lines.
+    QCOMPARE(threeLines, fourLines);
+    QVERIFY(oneLine != threeLines);
 }
 
 void tst_VHtmlItemDelegate::anchorAtAgreesWithPainting()

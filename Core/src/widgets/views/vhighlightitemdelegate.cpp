@@ -87,8 +87,12 @@ void VHighLightItemDelegate::paint(
             x = rect.right() - margin - band - metrics.boundingRect(text.mid(start + length)).width();
         else
             x = rect.left() + margin + metrics.boundingRect(text.left(start)).width();
-        if (x < rect.right())
-            painter->fillRect(QRect(x, rect.top(), qMin(band, rect.right() - x), rect.height()), s_bandColor);
+        // Cut at the cell's edges: a right-aligned text wider than the cell would reach into its left
+        // neighbour.
+        const int left = qMax(x, rect.left());
+        const int right = qMin(x + band, rect.right());
+        if (left < right)
+            painter->fillRect(QRect(left, rect.top(), right - left, rect.height()), s_bandColor);
         match = expression.match(text, start + length);
     }
 }

@@ -99,8 +99,9 @@ void VHtmlItemDelegate::paint(
     style->drawControl(QStyle::CE_ItemViewItem, &opt, painter, opt.widget);
 
     const QRect textRect = style->subElementRect(QStyle::SE_ItemViewItemText, &opt, opt.widget);
-    const QRect documentRect
-        = QStyle::alignedRect(opt.direction, opt.displayAlignment, document.size().toSize(), textRect);
+    // A document larger than the text rectangle starts at its top left, so that its first line shows.
+    const QSize size = document.size().toSize().boundedTo(textRect.size());
+    const QRect documentRect = QStyle::alignedRect(opt.direction, opt.displayAlignment, size, textRect);
     painter->save();
     painter->translate(documentRect.topLeft());
     // Clipped to the cell: a document taller or wider than the cell never paints over its neighbours.
