@@ -24,7 +24,21 @@ QString cellText(const QString& html, const QFont& font, int width, qreal* docum
     return document.toPlainText();
 }
 
-// Everything painted outside @p cell differs from the reference image?
+// A table view drawn by the HTML delegate, without selection or focus frame.
+class HtmlView : public QTableView {
+public:
+    HtmlView(QAbstractItemModel* model, const QSize& size)
+    {
+        setModel(model);
+        setItemDelegate(new VHtmlItemDelegate(this));
+        setSelectionMode(QAbstractItemView::NoSelection);
+        setFocusPolicy(Qt::NoFocus);
+        resize(size);
+        show();
+    }
+};
+
+// Whether everything outside @p cell is painted as in the reference image.
 bool sameOutside(const QImage& image, const QImage& reference, const QRect& cell)
 {
     for (int y = 0; y < image.height(); ++y)
@@ -147,13 +161,7 @@ void tst_VHtmlItemDelegate::paintsInsideTheCell()
     QFETCH(int, alignment);
 
     QStandardItemModel model(3, 3);
-    QTableView view;
-    view.setModel(&model);
-    view.setItemDelegate(new VHtmlItemDelegate(&view));
-    view.setSelectionMode(QAbstractItemView::NoSelection);
-    view.setFocusPolicy(Qt::NoFocus);
-    view.resize(400, 200);
-    view.show();
+    HtmlView view(&model, QSize(400, 200));
     QVERIFY(QTest::qWaitForWindowExposed(&view));
     const QImage empty = view.viewport()->grab().toImage();
 
@@ -169,13 +177,7 @@ void tst_VHtmlItemDelegate::paintsInsideTheCell()
 void tst_VHtmlItemDelegate::tallDocumentShowsItsFirstLine()
 {
     QStandardItemModel model(1, 1);
-    QTableView view;
-    view.setModel(&model);
-    view.setItemDelegate(new VHtmlItemDelegate(&view));
-    view.setSelectionMode(QAbstractItemView::NoSelection);
-    view.setFocusPolicy(Qt::NoFocus);
-    view.resize(300, 150);
-    view.show();
+    HtmlView view(&model, QSize(300, 150));
     QVERIFY(QTest::qWaitForWindowExposed(&view));
     const QModelIndex index = model.index(0, 0);
     model.setData(index, int(Qt::AlignLeft | Qt::AlignVCenter), Qt::TextAlignmentRole);
