@@ -28,10 +28,17 @@ void VTextMatcher::setPattern(const QString& pattern)
     m_matcher.setCaseSensitivity(Qt::CaseInsensitive);
 }
 
-bool VTextMatcher::matches(const QVariant& value) const
+template <typename T>
+bool VTextMatcher::matchesInteger(const QVariant& value) const
 {
     QChar buffer[24];
     QChar* const end = buffer + 24;
+    const int n = formatInteger(*static_cast<const T*>(value.constData()), end);
+    return m_matcher.indexIn(end - n, n) >= 0;
+}
+
+bool VTextMatcher::matches(const QVariant& value) const
+{
     switch (value.userType()) {
     case QMetaType::UnknownType:
         return false;
@@ -39,22 +46,14 @@ bool VTextMatcher::matches(const QVariant& value) const
         const QString* text = static_cast<const QString*>(value.constData());
         return m_matcher.indexIn(text->constData(), text->size()) >= 0;
     }
-    case QMetaType::Int: {
-        const int n = formatInteger(*static_cast<const int*>(value.constData()), end);
-        return m_matcher.indexIn(end - n, n) >= 0;
-    }
-    case QMetaType::UInt: {
-        const int n = formatInteger(*static_cast<const uint*>(value.constData()), end);
-        return m_matcher.indexIn(end - n, n) >= 0;
-    }
-    case QMetaType::LongLong: {
-        const int n = formatInteger(*static_cast<const qlonglong*>(value.constData()), end);
-        return m_matcher.indexIn(end - n, n) >= 0;
-    }
-    case QMetaType::ULongLong: {
-        const int n = formatInteger(*static_cast<const qulonglong*>(value.constData()), end);
-        return m_matcher.indexIn(end - n, n) >= 0;
-    }
+    case QMetaType::Int:
+        return matchesInteger<int>(value);
+    case QMetaType::UInt:
+        return matchesInteger<uint>(value);
+    case QMetaType::LongLong:
+        return matchesInteger<qlonglong>(value);
+    case QMetaType::ULongLong:
+        return matchesInteger<qulonglong>(value);
     default:
         return m_matcher.indexIn(value.toString()) >= 0;
     }

@@ -19,6 +19,9 @@ public:
     bool matches(const QVariant& value) const;
 
 private:
+    template <typename T>
+    bool matchesInteger(const QVariant& value) const;
+
     QString m_pattern;
     QStringMatcher m_matcher;
 };
