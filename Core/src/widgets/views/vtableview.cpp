@@ -397,10 +397,23 @@ void VTableView::preserveSelection()
     const QModelIndex current = selection->currentIndex();
     if (current.isValid())
         m_preservedCurrentId = current.sibling(current.row(), 0).data(Qt::EditRole).toInt();
-    const QModelIndexList rows = selection->selectedRows(0);
-    m_preservedIds.reserve(rows.size());
-    for (const QModelIndex& index : rows)
-        m_preservedIds.append(index.data(Qt::EditRole).toInt());
+    // The selected rows as selectedRows(0) gives them, without its cost: it
+    // tests every row against every range, which is quadratic in the ranges.
+    const QItemSelection ranges = selection->selection();
+    const int lastColumn = model() ? model()->columnCount() - 1 : -1;
+    QSet<int> seen;
+    for (const QItemSelectionRange& range : ranges) {
+        if (range.parent().isValid())
+            continue;
+        const bool wholeRows = range.left() == 0 && range.right() == lastColumn;
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            if (seen.contains(row))
+                continue;
+            seen.insert(row);
+            if (wholeRows || selection->isRowSelected(row, QModelIndex()))
+                m_preservedIds.append(model()->index(row, 0).data(Qt::EditRole).toInt());
+        }
+    }
 }
 
 void VTableView::restoreSelection()
@@ -433,8 +446,15 @@ void VTableView::restoreSelection()
     }
     if (currentRow >= 0)
         setCurrentIndex(m->index(currentRow, 0));
-    if (!rowsToSelect.isEmpty())
-        selection->select(rowsToSelect, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    if (rowsToSelect.isEmpty())
+        return;
+    // Without updates the view skips computing the screen region of every
+    // selected range; one repaint of the viewport is cheaper.
+    const bool updates = updatesEnabled();
+    setUpdatesEnabled(false);
+    selection->select(rowsToSelect, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    setUpdatesEnabled(updates);
+    viewport()->update();
 }
 
 VFilterHorizontalHeaderView* VTableView::filterHeader() const
