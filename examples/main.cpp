@@ -71,8 +71,8 @@ int main(int argc, char* argv[])
             "main", "Render the window once the data is shown, save it as a PNG <file> and exit."),
         QApplication::translate("main", "file"));
     const QCommandLineOption tableOption(QStringLiteral("table"),
-        QApplication::translate(
-            "main", "Start with the tab of <table>: customers, products, orders or order_lines."),
+        QApplication::translate("main",
+            "Start with the tab of <table>: customers, products, orders, order_lines or customers_orders."),
         QApplication::translate("main", "table"));
     parser.addOption(databaseOption);
     parser.addOption(tableOption);
@@ -128,8 +128,9 @@ int main(int argc, char* argv[])
             return 1;
         }
         print(stdout,
-            QApplication::translate("main", "Loaded the tables in %1 ms; screenshot saved to %2")
+            QApplication::translate("main", "Loaded the tables in %1 ms (%2); screenshot saved to %3")
                 .arg(loading.elapsed())
+                .arg(window.loadTimes())
                 .arg(QDir::toNativeSeparators(QFileInfo(screenshotFile).absoluteFilePath())));
         return 0;
     }

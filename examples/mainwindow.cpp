@@ -1,16 +1,24 @@
 #include "mainwindow.h"
 
-#include "valuedelegate.h"
+#include "formatmodel.h"
+#include "valuesortproxymodel.h"
 
 #include <logger.h>
+#include <vclearlineedit.h>
 #include <vcsvfilepick.h>
 #include <vcsvmodelwriter.h>
+#include <vhighlightitemdelegate.h>
 #include <vsearchlineedit.h>
 #include <vsortfilterproxymodel.h>
+#include <vtableview.h>
 
 #include <QAction>
 #include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDateEdit>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QKeySequence>
 #include <QLabel>
@@ -20,14 +28,17 @@
 #include <QSqlQueryModel>
 #include <QStatusBar>
 #include <QTabWidget>
-#include <QTableView>
 #include <QToolBar>
 
 namespace {
 
+// The widget under a column's header that filters it.
+enum class Filter { None, Line, YesNo, Date };
+
 struct ColumnDef {
     const char* title;
-    ValueDelegate::Format format;
+    FormatModel::Format format;
+    Filter filter;
 };
 
 struct TableDef {
@@ -37,27 +48,29 @@ struct TableDef {
     ColumnDef columns[10];
 };
 
+using F = FormatModel;
+
 // Titles are translated where they are used; a null title ends a column list.
 const TableDef tables[] = {
     { "customers", QT_TRANSLATE_NOOP("MainWindow", "Customers"),
         "SELECT id, name, email, phone, city, country, customer_since, active FROM customers ORDER BY id",
-        { { QT_TRANSLATE_NOOP("MainWindow", "Id"), ValueDelegate::Number },
-            { QT_TRANSLATE_NOOP("MainWindow", "Name"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "E-mail"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "Phone"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "City"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "Country"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "Customer Since"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "Active"), ValueDelegate::YesNo } } },
+        { { QT_TRANSLATE_NOOP("MainWindow", "Id"), F::Number, Filter::None },
+            { QT_TRANSLATE_NOOP("MainWindow", "Name"), F::Text, Filter::Line },
+            { QT_TRANSLATE_NOOP("MainWindow", "E-mail"), F::Text, Filter::Line },
+            { QT_TRANSLATE_NOOP("MainWindow", "Phone"), F::Text, Filter::None },
+            { QT_TRANSLATE_NOOP("MainWindow", "City"), F::Text, Filter::Line },
+            { QT_TRANSLATE_NOOP("MainWindow", "Country"), F::Text, Filter::Line },
+            { QT_TRANSLATE_NOOP("MainWindow", "Customer Since"), F::Text, Filter::Date },
+            { QT_TRANSLATE_NOOP("MainWindow", "Active"), F::YesNo, Filter::YesNo } } },
     { "products", QT_TRANSLATE_NOOP("MainWindow", "Products"),
         "SELECT id, sku, name, category, unit_price, stock, discontinued FROM products ORDER BY id",
-        { { QT_TRANSLATE_NOOP("MainWindow", "Id"), ValueDelegate::Number },
-            { QT_TRANSLATE_NOOP("MainWindow", "SKU"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "Product"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "Category"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "Unit Price"), ValueDelegate::Money },
-            { QT_TRANSLATE_NOOP("MainWindow", "In Stock"), ValueDelegate::Number },
-            { QT_TRANSLATE_NOOP("MainWindow", "Discontinued"), ValueDelegate::YesNo } } },
+        { { QT_TRANSLATE_NOOP("MainWindow", "Id"), F::Number, Filter::None },
+            { QT_TRANSLATE_NOOP("MainWindow", "SKU"), F::Text, Filter::Line },
+            { QT_TRANSLATE_NOOP("MainWindow", "Product"), F::Text, Filter::Line },
+            { QT_TRANSLATE_NOOP("MainWindow", "Category"), F::Text, Filter::Line },
+            { QT_TRANSLATE_NOOP("MainWindow", "Unit Price"), F::Money, Filter::None },
+            { QT_TRANSLATE_NOOP("MainWindow", "In Stock"), F::Number, Filter::None },
+            { QT_TRANSLATE_NOOP("MainWindow", "Discontinued"), F::YesNo, Filter::YesNo } } },
     { "orders", QT_TRANSLATE_NOOP("MainWindow", "Orders"),
         "SELECT o.id, o.order_date, c.name, c.city, o.status, o.paid, o.shipped_date, t.lines, t.total"
         " FROM orders o JOIN customers c ON c.id = o.customer_id"
@@ -65,32 +78,36 @@ const TableDef tables[] = {
         " ROUND(SUM(quantity * unit_price * (1 - discount)), 2) AS total"
         " FROM order_lines GROUP BY order_id) t ON t.order_id = o.id"
         " ORDER BY o.id",
-        { { QT_TRANSLATE_NOOP("MainWindow", "Order"), ValueDelegate::Number },
-            { QT_TRANSLATE_NOOP("MainWindow", "Date"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "Customer"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "City"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "Status"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "Paid"), ValueDelegate::YesNo },
-            { QT_TRANSLATE_NOOP("MainWindow", "Shipped"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "Lines"), ValueDelegate::Number },
-            { QT_TRANSLATE_NOOP("MainWindow", "Total"), ValueDelegate::Money } } },
+        { { QT_TRANSLATE_NOOP("MainWindow", "Order"), F::Number, Filter::None },
+            { QT_TRANSLATE_NOOP("MainWindow", "Date"), F::Text, Filter::Date },
+            { QT_TRANSLATE_NOOP("MainWindow", "Customer"), F::Text, Filter::Line },
+            { QT_TRANSLATE_NOOP("MainWindow", "City"), F::Text, Filter::Line },
+            { QT_TRANSLATE_NOOP("MainWindow", "Status"), F::Text, Filter::Line },
+            { QT_TRANSLATE_NOOP("MainWindow", "Paid"), F::YesNo, Filter::YesNo },
+            { QT_TRANSLATE_NOOP("MainWindow", "Shipped"), F::Text, Filter::None },
+            { QT_TRANSLATE_NOOP("MainWindow", "Lines"), F::Number, Filter::None },
+            { QT_TRANSLATE_NOOP("MainWindow", "Total"), F::Money, Filter::None } } },
     { "order_lines", QT_TRANSLATE_NOOP("MainWindow", "Order Lines"),
         "SELECT l.id, l.order_id, l.position, p.sku, p.name, l.quantity, l.unit_price, l.discount,"
         " ROUND(l.quantity * l.unit_price * (1 - l.discount), 2)"
         " FROM order_lines l JOIN products p ON p.id = l.product_id ORDER BY l.id",
-        { { QT_TRANSLATE_NOOP("MainWindow", "Id"), ValueDelegate::Number },
-            { QT_TRANSLATE_NOOP("MainWindow", "Order"), ValueDelegate::Number },
-            { QT_TRANSLATE_NOOP("MainWindow", "Pos."), ValueDelegate::Number },
-            { QT_TRANSLATE_NOOP("MainWindow", "SKU"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "Product"), ValueDelegate::Text },
-            { QT_TRANSLATE_NOOP("MainWindow", "Quantity"), ValueDelegate::Number },
-            { QT_TRANSLATE_NOOP("MainWindow", "Unit Price"), ValueDelegate::Money },
-            { QT_TRANSLATE_NOOP("MainWindow", "Discount"), ValueDelegate::Percent },
-            { QT_TRANSLATE_NOOP("MainWindow", "Amount"), ValueDelegate::Money } } },
+        { { QT_TRANSLATE_NOOP("MainWindow", "Id"), F::Number, Filter::None },
+            { QT_TRANSLATE_NOOP("MainWindow", "Order"), F::Number, Filter::Line },
+            { QT_TRANSLATE_NOOP("MainWindow", "Pos."), F::Number, Filter::None },
+            { QT_TRANSLATE_NOOP("MainWindow", "SKU"), F::Text, Filter::Line },
+            { QT_TRANSLATE_NOOP("MainWindow", "Product"), F::Text, Filter::Line },
+            { QT_TRANSLATE_NOOP("MainWindow", "Quantity"), F::Number, Filter::None },
+            { QT_TRANSLATE_NOOP("MainWindow", "Unit Price"), F::Money, Filter::None },
+            { QT_TRANSLATE_NOOP("MainWindow", "Discount"), F::Percent, Filter::None },
+            { QT_TRANSLATE_NOOP("MainWindow", "Amount"), F::Money, Filter::None } } },
 };
+
+const char customerTreeTable[] = "customers_orders";
 
 // Wide text columns (e-mail, product names) would otherwise push the rest out of sight.
 const int maxColumnWidth = 320;
+// Rows and the filter row under the header: room for a line edit, a combo box or a date edit.
+const int rowHeight = 22;
 
 } // namespace
 
@@ -111,7 +128,8 @@ MainWindow::MainWindow(QWidget* parent)
 
     createActions();
     for (int i = 0; i < int(sizeof(tables) / sizeof(tables[0])); ++i)
-        addPage(i);
+        addTablePage(i);
+    addCustomerTreePage();
 
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::onCurrentTabChanged);
     onCurrentTabChanged();
@@ -121,6 +139,29 @@ int MainWindow::currentRowCount() const
 {
     const Page* page = currentPage();
     return page ? page->proxy->rowCount() : 0;
+}
+
+QString MainWindow::loadTimes() const
+{
+    QStringList parts;
+    for (const Page& page : m_pages)
+        parts << tr("%1 %2 ms").arg(page.table).arg(page.loadTime);
+    return parts.join(QLatin1String(", "));
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    saveViewStates();
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::saveViewStates()
+{
+    for (const Page& page : qAsConst(m_pages)) {
+        if (page.tableView)
+            page.tableView->saveState();
+        // TREE-SAVE
+    }
 }
 
 void MainWindow::createActions()
@@ -166,66 +207,104 @@ void MainWindow::createActions()
     addAction(findAction);
 }
 
-void MainWindow::addPage(int tableIndex)
+void MainWindow::addTablePage(int tableIndex)
 {
+    QElapsedTimer timer;
+    timer.start();
     const TableDef& def = tables[tableIndex];
     const QString table = QLatin1String(def.table);
 
-    Page page;
-    page.table = table;
-    page.model = new QSqlQueryModel(this);
-    page.model->setObjectName(table + QLatin1String("Model"));
-    page.model->setQuery(QLatin1String(def.query));
-    if (page.model->lastError().isValid())
-        LOG_ERROR("Cannot load %s: %s", def.table, qPrintable(page.model->lastError().text()));
-    // The whole table, before the proxy sees it: one mapping instead of one per fetched batch.
-    while (page.model->canFetchMore())
-        page.model->fetchMore();
+    auto* model = new QSqlQueryModel(this);
+    model->setObjectName(table + QLatin1String("Model"));
+    model->setQuery(QLatin1String(def.query));
+    if (model->lastError().isValid())
+        LOG_ERROR("Cannot load %s: %s", def.table, qPrintable(model->lastError().text()));
+    // The whole table, before the proxy sees it: one mapping instead of one per fetched batch,
+    // and filters and counts that cover every row.
+    while (model->canFetchMore())
+        model->fetchMore();
 
+    auto* format = new FormatModel(this);
+    format->setObjectName(table + QLatin1String("Format"));
     int columns = 0;
     for (const ColumnDef& column : def.columns) {
         if (!column.title)
             break;
-        page.model->setHeaderData(columns++, Qt::Horizontal, tr(column.title));
+        model->setHeaderData(columns, Qt::Horizontal, tr(column.title));
+        format->setColumnFormat(columns++, column.format);
     }
+    format->setSourceModel(model);
 
-    page.proxy = new VSortFilterProxyModel(this);
+    Page page;
+    page.table = table;
+    page.proxy = new ValueSortProxyModel(this);
     page.proxy->setObjectName(table + QLatin1String("Proxy"));
-    page.proxy->setSourceModel(page.model);
+    page.proxy->setSourceModel(format);
 
-    page.view = new QTableView(m_tabs);
-    page.view->setObjectName(table + QLatin1String("View"));
-    page.view->setModel(page.proxy);
-    page.view->setSelectionBehavior(QAbstractItemView::SelectRows);
-    page.view->setAlternatingRowColors(true);
-    page.view->setWordWrap(false);
-    page.view->verticalHeader()->hide();
-    page.view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    page.view->verticalHeader()->setDefaultSectionSize(page.view->fontMetrics().height() + 6);
-    QHeaderView* header = page.view->horizontalHeader();
-    header->setObjectName(table + QLatin1String("Header"));
+    auto* view = new VTableView(m_tabs);
+    page.view = page.tableView = view;
+    // Names the saved column layout ("views/customersView").
+    view->setObjectName(table + QLatin1String("View"));
+    view->setModel(page.proxy);
+    view->setShowViewCommands(true);
+    view->setAlternatingRowColors(true);
+    view->setWordWrap(false);
+    view->setRowHeight(rowHeight);
+    // The delegate reads the search text from the proxy; every column is formatted by the model.
+    view->setItemDelegate(new VHighLightItemDelegate(view));
+    QHeaderView* header = view->horizontalHeader();
     header->setHighlightSections(false);
-    // Rows stay in key order until the user clicks a header.
-    header->setSortIndicator(-1, Qt::AscendingOrder);
-    page.view->setSortingEnabled(true);
 
-    for (int c = 0; c < columns; ++c) {
-        if (def.columns[c].format != ValueDelegate::Text)
-            page.view->setItemDelegateForColumn(c, new ValueDelegate(def.columns[c].format, page.view));
-    }
     // Measures a bounded sample of rows (the header's resize precision), not all of them.
-    page.view->resizeColumnsToContents();
-    for (int c = 0; c < columns; ++c)
-        header->resizeSection(c, qMin(header->sectionSize(c), maxColumnWidth));
+    view->resizeColumnsToContents();
+    for (int c = 0; c < columns; ++c) {
+        QWidget* filter = nullptr;
+        switch (def.columns[c].filter) {
+        case Filter::None:
+            break;
+        case Filter::Line: {
+            auto* edit = new VClearLineEdit;
+            edit->setPlaceholderText(tr("Filter"));
+            edit->setToolTip(tr("Press Return to show only the rows whose %1 contains the text")
+                                 .arg(tr(def.columns[c].title)));
+            filter = edit;
+            break;
+        }
+        case Filter::YesNo:
+            filter = view->createYesNoComboBox();
+            break;
+        case Filter::Date: {
+            auto* edit = new QDateEdit(QDate::currentDate());
+            edit->setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
+            edit->setCalendarPopup(true);
+            filter = edit;
+            break;
+        }
+        }
+        int width = qMin(header->sectionSize(c), maxColumnWidth);
+        if (filter) {
+            filter->setObjectName(table + QLatin1String("Filter") + QString::number(c));
+            view->setColumnFilterWidget(c, filter);
+            // Wide enough for the whole date or "Yes" with the combo box's arrow.
+            if (def.columns[c].filter != Filter::Line)
+                width = qMax(width, filter->sizeHint().width());
+        }
+        header->resizeSection(c, width);
+    }
+    // The widths above are the layout of a first run; a saved layout replaces them.
+    view->restoreState();
 
     connect(page.proxy, &QAbstractItemModel::modelReset, this, &MainWindow::updateRowCount);
     connect(page.proxy, &QAbstractItemModel::layoutChanged, this, &MainWindow::updateRowCount);
     connect(page.proxy, &QAbstractItemModel::rowsInserted, this, &MainWindow::updateRowCount);
     connect(page.proxy, &QAbstractItemModel::rowsRemoved, this, &MainWindow::updateRowCount);
 
-    m_tabs->addTab(page.view, tr(def.title));
+    page.loadTime = timer.elapsed();
+    m_tabs->addTab(view, tr(def.title));
     m_pages.append(page);
 }
+
+void MainWindow::addCustomerTreePage() { }
 
 bool MainWindow::setCurrentTable(const QString& table)
 {
@@ -252,6 +331,8 @@ void MainWindow::applySearch(const QString& text)
     QApplication::setOverrideCursor(Qt::WaitCursor);
     page->proxy->setSearchString(text);
     QApplication::restoreOverrideCursor();
+    // The same rows may pass a new search; their highlight bands must still follow the text.
+    page->view->viewport()->update();
     updateRowCount();
 }
 
@@ -260,14 +341,14 @@ void MainWindow::onCurrentTabChanged()
     // Each tab keeps its own search; the field shows the one of the tab in front.
     const Page* page = currentPage();
     m_search->setText(page ? page->proxy->searchString() : QString());
-    m_exportAction->setEnabled(page != nullptr);
+    m_exportAction->setEnabled(page && page->tableView);
     updateRowCount();
 }
 
 void MainWindow::exportCsv()
 {
     const Page* page = currentPage();
-    if (!page)
+    if (!page || !page->tableView)
         return;
     VCsvFilePick pick;
     const QString fileName = pick.getSaveFileName(page->table + QLatin1String(".csv"));
@@ -277,7 +358,7 @@ void MainWindow::exportCsv()
     VCsvModelWriter writer(fileName);
     writer.setModel(page->proxy);
     // Columns in the order the user sees them, hidden ones left out.
-    const QHeaderView* header = page->view->horizontalHeader();
+    const QHeaderView* header = page->tableView->horizontalHeader();
     for (int visual = 0; visual < header->count(); ++visual) {
         const int column = header->logicalIndex(visual);
         if (!header->isSectionHidden(column))
@@ -299,6 +380,10 @@ void MainWindow::exportCsv()
 
 void MainWindow::updateRowCount()
 {
+    const Page* page = currentPage();
     const int rows = currentRowCount();
-    m_rowCount->setText(rows == 1 ? tr("1 row") : tr("%1 rows").arg(QLocale().toString(rows)));
+    if (page && page->treeView)
+        m_rowCount->setText(rows == 1 ? tr("1 customer") : tr("%1 customers").arg(QLocale().toString(rows)));
+    else
+        m_rowCount->setText(rows == 1 ? tr("1 row") : tr("%1 rows").arg(QLocale().toString(rows)));
 }

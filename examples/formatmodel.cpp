@@ -1,0 +1,69 @@
+#include "formatmodel.h"
+
+#include <QLocale>
+
+FormatModel::FormatModel(QObject* parent)
+    : QIdentityProxyModel(parent)
+    , m_yes(tr("Yes"))
+    , m_no(tr("No"))
+{
+}
+
+void FormatModel::setColumnFormat(int column, Format format)
+{
+    if (column < 0 || columnFormat(column) == format)
+        return;
+    if (m_formats.size() <= column)
+        m_formats.resize(column + 1);
+    m_formats[column] = format;
+    const int rows = rowCount();
+    if (rows > 0)
+        Q_EMIT dataChanged(index(0, column), index(rows - 1, column));
+}
+
+FormatModel::Format FormatModel::columnFormat(int column) const
+{
+    return m_formats.value(column, Text);
+}
+
+QVariant FormatModel::data(const QModelIndex& index, int role) const
+{
+    if (role != Qt::DisplayRole && role != Qt::TextAlignmentRole)
+        return QIdentityProxyModel::data(index, role);
+    const Format format = columnFormat(index.column());
+    if (role == Qt::TextAlignmentRole) {
+        switch (format) {
+        case Number:
+        case Money:
+        case Percent:
+            return int(Qt::AlignRight | Qt::AlignVCenter);
+        case YesNo:
+            return int(Qt::AlignCenter);
+        case Text:
+            break;
+        }
+        return QIdentityProxyModel::data(index, role);
+    }
+
+    const QVariant value = QIdentityProxyModel::data(index, Qt::DisplayRole);
+    if (format == Text)
+        return value;
+    if (value.isNull())
+        return QString();
+    switch (format) {
+    case Number:
+        // No group separators: these are mostly ids and counts that people search for.
+        return value.toString();
+    case Money:
+        return QLocale().toString(value.toDouble(), 'f', 2);
+    case Percent: {
+        const int percent = qRound(value.toDouble() * 100);
+        return percent == 0 ? QString() : QLocale().toString(percent) + QLatin1String(" %");
+    }
+    case YesNo:
+        return value.toBool() ? m_yes : m_no;
+    case Text:
+        break;
+    }
+    return value;
+}

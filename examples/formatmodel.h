@@ -1,0 +1,49 @@
+#ifndef FORMATMODEL_H
+#define FORMATMODEL_H
+
+#include <QIdentityProxyModel>
+#include <QVector>
+
+/**
+ * @brief Shows the demo's raw SQL values the way a reader expects them.
+ *
+ * The SQL models keep the values as SQLite returns them (prices as doubles,
+ * flags as 0/1, discounts as fractions). This model answers the display role
+ * with the formatted text ("12.99", "5 %", "Yes") and the text alignment
+ * role with the column's alignment, while the edit role keeps the raw value.
+ * The column filters, the search, its highlight bands and the CSV export of
+ * the display role therefore all see the text the user sees; the edit role
+ * export writes the data itself:
+ * @code
+ * auto format = new FormatModel(this);
+ * format->setSourceModel(sqlModel);
+ * format->setColumnFormat(7, FormatModel::YesNo);
+ * @endcode
+ */
+class FormatModel : public QIdentityProxyModel {
+    Q_OBJECT
+public:
+    enum Format {
+        Text, ///< as it is, left aligned
+        Number, ///< digits without group separators, right aligned
+        Money, ///< two decimals, right aligned
+        Percent, ///< a fraction as whole percent, empty for zero, right aligned
+        YesNo ///< "Yes" or "No", centred
+    };
+    Q_ENUM(Format)
+
+    explicit FormatModel(QObject* parent = nullptr);
+
+    void setColumnFormat(int column, Format format);
+    Format columnFormat(int column) const;
+
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
+private:
+    QVector<Format> m_formats;
+    // Shared by every flag cell, so that filtering a flag column allocates nothing.
+    QString m_yes;
+    QString m_no;
+};
+
+#endif // FORMATMODEL_H
