@@ -533,6 +533,8 @@ private Q_SLOTS:
         QItemSelectionModel* selection = f.view.selectionModel();
         f.view.setCurrentIndex(f.proxy.index(3, 0));
         selection->select(f.proxy.index(1, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        // A single cell is not a selected row, as for selectedRows(0).
+        selection->select(f.proxy.index(4, 2), QItemSelectionModel::Select);
         f.view.preserveSelection();
 
         // A refresh that reorders and resets the rows.
