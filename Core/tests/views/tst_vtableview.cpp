@@ -2,6 +2,8 @@
 #include "vtestsettings.h"
 
 #include <vclearlineedit.h>
+#include <vclickablelabel.h>
+#include <vcrudtoolbar.h>
 #include <vfilterhorizontalheaderview.h>
 #include <vsortfilterproxymodel.h>
 #include <vtableview.h>
@@ -268,6 +270,80 @@ private Q_SLOTS:
         menu.reset(f.view.createContextMenu());
         QCOMPARE(menuTexts(menu.data()).first(), QString("--"));
         QCOMPARE(menu->actions().size(), 7);
+    }
+
+    void contextMenuFromToolBar()
+    {
+        Fixture f;
+        VCrudToolBar toolBar(nullptr);
+        // A tool button with a menu becomes a sub-menu named after its action.
+        auto printButton = new QToolButton;
+        auto printMenu = new QMenu(printButton);
+        printMenu->addAction("A4");
+        printMenu->addAction("Letter");
+        printButton->setMenu(printMenu);
+        QAction* printAction = toolBar.addWidget(printButton);
+        printAction->setText("Print");
+        printAction->setIcon(QIcon(":/images/pdf"));
+        // A clickable label becomes an entry named after its tool tip.
+        auto label = new VClickableLabel("3 filters");
+        label->setToolTip("Edit the filters");
+        QAction* labelAction = toolBar.addWidget(label);
+        int staleCalls = 0;
+        connect(labelAction, &QAction::triggered, [&staleCalls] { ++staleCalls; });
+        // A plain button without a menu adds nothing.
+        toolBar.addWidget(new QToolButton);
+        toolBar.addSeparator();
+
+        f.view.setToolBar(&toolBar);
+        QCOMPARE(f.view.toolBar(), &toolBar);
+        f.view.setShowViewCommands(true);
+        QScopedPointer<QMenu> menu(f.view.createContextMenu());
+        const QStringList texts = menuTexts(menu.data());
+        // The toolbar's own separators come first (new, copy, ... are plain buttons and add nothing).
+        QStringList expected;
+        for (QAction* a : toolBar.actions()) {
+            if (a->isSeparator())
+                expected << "--";
+            else if (a == printAction)
+                expected << "Print";
+            else if (a == labelAction)
+                expected << "Edit the filters";
+        }
+        expected << "Sort in Natural Order"
+                 << "--"
+                 << "Select Visible Columns..."
+                 << "--"
+                 << "Export Visible Columns to csv File..."
+                 << "Export ALL Columns to csv File..."
+                 << "Export Visible Columns to csv File (Edit Role)..."
+                 << "Export ALL Columns to csv File (Edit Role)...";
+        QCOMPARE(texts, expected);
+        QCOMPARE(texts.count("--"), 4 + 2); // first, search, second and the one added here
+
+        const int printIndex = texts.indexOf("Print");
+        QMenu* subMenu = menu->actions().at(printIndex)->menu();
+        QCOMPARE(subMenu, printMenu);
+        QCOMPARE(subMenu->title(), QString("Print"));
+        QVERIFY(!subMenu->icon().isNull());
+        QCOMPARE(menuTexts(subMenu), (QStringList { "A4", "Letter" }));
+
+        QAction* labelEntry = menu->actions().at(texts.indexOf("Edit the filters"));
+        QCOMPARE(labelEntry, labelAction);
+        QSignalSpy clicked(label, &VClickableLabel::clicked);
+        labelEntry->trigger();
+        QCOMPARE(clicked.count(), 1);
+        QCOMPARE(staleCalls, 0);
+
+        // Building the menu again connects the label once, not twice.
+        menu.reset(f.view.createContextMenu());
+        labelAction->trigger();
+        QCOMPARE(clicked.count(), 2);
+
+        // Without the view commands only the toolbar's part remains.
+        f.view.setShowViewCommands(false);
+        menu.reset(f.view.createContextMenu());
+        QCOMPARE(menuTexts(menu.data()), expected.mid(0, expected.indexOf("Sort in Natural Order")));
     }
 
     void naturalOrderAfterSorting()
