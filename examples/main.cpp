@@ -74,8 +74,12 @@ int main(int argc, char* argv[])
         QApplication::translate("main",
             "Start with the tab of <table>: customers, products, orders, order_lines or customers_orders."),
         QApplication::translate("main", "table"));
+    const QCommandLineOption searchOption(QStringLiteral("search"),
+        QApplication::translate("main", "Start with the search <text> in that tab, its matches highlighted."),
+        QApplication::translate("main", "text"));
     parser.addOption(databaseOption);
     parser.addOption(tableOption);
+    parser.addOption(searchOption);
     parser.addOption(screenshotOption);
     parser.process(app);
 
@@ -118,6 +122,9 @@ int main(int argc, char* argv[])
             stderr, QApplication::translate("main", "There is no table %1.").arg(parser.value(tableOption)));
         return 2;
     }
+
+    if (parser.isSet(searchOption))
+        window.search(parser.value(searchOption));
 
     const QString screenshotFile = parser.value(screenshotOption);
     if (!screenshotFile.isEmpty()) {

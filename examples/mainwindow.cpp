@@ -1,5 +1,6 @@
 #include "mainwindow.h"
 
+#include "customertreemodel.h"
 #include "formatmodel.h"
 #include "valuesortproxymodel.h"
 
@@ -8,8 +9,10 @@
 #include <vcsvfilepick.h>
 #include <vcsvmodelwriter.h>
 #include <vhighlightitemdelegate.h>
+#include <vhtmltreeview.h>
 #include <vsearchlineedit.h>
 #include <vsortfilterproxymodel.h>
+#include <vsortfiltertreeproxymodel.h>
 #include <vtableview.h>
 
 #include <QAction>
@@ -106,6 +109,8 @@ const char customerTreeTable[] = "customers_orders";
 
 // Wide text columns (e-mail, product names) would otherwise push the rest out of sight.
 const int maxColumnWidth = 320;
+// A search that leaves at most this many customers shows their matching orders at once.
+const int maxExpandedCustomers = 50;
 // Rows and the filter row under the header: room for a line edit, a combo box or a date edit.
 const int rowHeight = 22;
 
@@ -160,7 +165,8 @@ void MainWindow::saveViewStates()
     for (const Page& page : qAsConst(m_pages)) {
         if (page.tableView)
             page.tableView->saveState();
-        // TREE-SAVE
+        else if (page.treeView)
+            page.treeView->saveState();
     }
 }
 
@@ -304,7 +310,55 @@ void MainWindow::addTablePage(int tableIndex)
     m_pages.append(page);
 }
 
-void MainWindow::addCustomerTreePage() { }
+void MainWindow::addCustomerTreePage()
+{
+    QElapsedTimer timer;
+    timer.start();
+    auto* model = new CustomerTreeModel(this);
+    model->setObjectName(QStringLiteral("customersOrdersModel"));
+    if (!model->load())
+        LOG_ERROR("Cannot load the customers and their orders: %s", qPrintable(model->errorString()));
+
+    Page page;
+    page.table = QLatin1String(customerTreeTable);
+    page.proxy = new VSortFilterTreeProxyModel(this);
+    page.proxy->setObjectName(QStringLiteral("customersOrdersProxy"));
+    // The search looks at the plain values, not at the markup around them.
+    page.proxy->setFilterRole(Qt::EditRole);
+    // Set once the tree is complete: one mapping instead of an update per appended row.
+    page.proxy->setSourceModel(model);
+
+    auto* view = new VHtmlTreeView(m_tabs);
+    page.view = page.treeView = view;
+    view->setObjectName(QStringLiteral("customersOrdersView"));
+    view->setModel(page.proxy);
+    view->setUniformRowHeights(true);
+    view->setAlternatingRowColors(true);
+    view->setWordWrap(false);
+    // The delegate would measure the markup, not the text it draws: fixed widths for a first run.
+    const int widths[] = { 300, 110, 220, 320, 120, 100 };
+    for (int c = 0; c < int(sizeof(widths) / sizeof(widths[0])); ++c)
+        view->setColumnWidth(c, widths[c]);
+    view->restoreState();
+    // A glimpse of the orders without a click.
+    for (int row = 0; row < 3 && row < page.proxy->rowCount(); ++row)
+        view->expand(page.proxy->index(row, 0));
+
+    connect(view, &VHtmlTreeView::linkHovered, statusBar(),
+        [this](const QString& link) { statusBar()->showMessage(link); });
+    connect(view, &VHtmlTreeView::linkUnhovered, statusBar(), &QStatusBar::clearMessage);
+    // The demo opens no browser or mail program; it only tells where the link leads.
+    connect(view, &VTreeView::linkClicked, statusBar(), [this](const QUrl& url) {
+        statusBar()->showMessage(tr("Link clicked: %1").arg(url.toDisplayString()), 10000);
+    });
+
+    connect(page.proxy, &QAbstractItemModel::modelReset, this, &MainWindow::updateRowCount);
+    connect(page.proxy, &QAbstractItemModel::layoutChanged, this, &MainWindow::updateRowCount);
+
+    page.loadTime = timer.elapsed();
+    m_tabs->addTab(view, tr("Customers && Orders"));
+    m_pages.append(page);
+}
 
 bool MainWindow::setCurrentTable(const QString& table)
 {
@@ -323,6 +377,12 @@ const MainWindow::Page* MainWindow::currentPage() const
     return index >= 0 && index < m_pages.size() ? &m_pages.at(index) : nullptr;
 }
 
+void MainWindow::search(const QString& text)
+{
+    m_search->setText(text);
+    applySearch(text);
+}
+
 void MainWindow::applySearch(const QString& text)
 {
     const Page* page = currentPage();
@@ -333,6 +393,9 @@ void MainWindow::applySearch(const QString& text)
     QApplication::restoreOverrideCursor();
     // The same rows may pass a new search; their highlight bands must still follow the text.
     page->view->viewport()->update();
+    // A customer may be shown only for one of its orders: open the few that are left to show it.
+    if (page->treeView && !text.isEmpty() && page->proxy->rowCount() <= maxExpandedCustomers)
+        page->treeView->expandAll();
     updateRowCount();
 }
 

@@ -39,6 +39,8 @@ public:
      * "order_lines" or "customers_orders" (the tree).
      */
     bool setCurrentTable(const QString& table);
+    /// Searches the current tab for @p text, as if it were typed into the search field with Return.
+    void search(const QString& text);
     /// How long each tab took to load, e.g. "customers 12 ms, products 3 ms".
     QString loadTimes() const;
 
