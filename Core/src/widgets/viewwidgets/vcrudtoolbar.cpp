@@ -122,7 +122,9 @@ void VCrudToolBar::forwardTrigger(QAction* action, void (VCrudToolBar::*signal)(
     connect(action, &QAction::triggered, this, [this, authAction, signal] {
         // The permission is checked here, not only when the buttons are laid out: a cleared flag
         // must also stop a stale visible button, a menu entry, a shortcut and QAction::trigger().
-        if (authAction && !authAction->authorized) {
+        // Read-only or view-only, the edit action is the view action, which needs no right to edit.
+        const bool viewing = authAction == editAction && m_viewOnly;
+        if (authAction && !authAction->authorized && !viewing) {
             LOG_WARNING(
                 "Action %s is not authorized; its trigger is ignored", qPrintable(authAction->objectName()));
             return;
@@ -249,6 +251,7 @@ void VCrudToolBar::setViewOnly(bool viewOnly)
 
 void VCrudToolBar::applyViewOnly(bool viewOnly)
 {
+    m_viewOnly = viewOnly;
     deleteAction->setEnabled(!viewOnly);
     submitAction->setEnabled(!viewOnly);
     revertAction->setEnabled(!viewOnly);

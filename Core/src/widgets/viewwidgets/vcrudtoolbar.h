@@ -23,6 +23,8 @@ class VSearchLineEdit;
  * ...). An action whose authorized flag is cleared is hidden at the next
  * setOptions() and, from the moment the flag is cleared, its trigger is not
  * passed on by any means: button, menu entry, shortcut or QAction::trigger().
+ * The one exception is the edit action while the toolbar is read-only or
+ * view-only: it is then the "View..." action and still emits editTriggered().
  * @code
  * auto* bar = new VCrudToolBar(this);
  * bar->setObjectName(QStringLiteral("Orders_ToolBar"));
@@ -135,6 +137,9 @@ private:
     void excludeToggled(bool checked);
     void setEditActionViews(bool viewing);
     void setSearchWidgetsVisible(bool visible);
+
+    // Set by setReadOnly() and setViewOnly(): the edit action then only views.
+    bool m_viewOnly = false;
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(VCrudToolBar::Options)
