@@ -1,0 +1,53 @@
+#include "vdesignerplugins.h"
+
+#include "vwidgetplugin.h"
+
+#include <vclearlineedit.h>
+#include <vclickablelabel.h>
+#include <vhistorycombobox.h>
+#include <vpersistentcombobox.h>
+#include <vsearchlineedit.h>
+
+namespace {
+template <typename T>
+VWidgetPlugin::Factory simple()
+{
+    return [](QWidget* parent) { return new T(parent); };
+}
+
+VWidgetPlugin::Description describe(const char* className, const QString& toolTip,
+    const VWidgetPlugin::Factory& create, const QString& properties = QString(), bool container = false)
+{
+    VWidgetPlugin::Description d;
+    d.className = QString::fromLatin1(className);
+    d.toolTip = toolTip;
+    d.create = create;
+    d.properties = properties;
+    d.container = container;
+    return d;
+}
+} // namespace
+
+VDesignerPlugins::VDesignerPlugins(QObject* parent)
+    : QObject(parent)
+{
+    const QList<VWidgetPlugin::Description> widgets = {
+        describe("VSearchLineEdit", tr("Search field with a clear button"), simple<VSearchLineEdit>()),
+        describe("VClearLineEdit", tr("Line edit that reports clearing"), simple<VClearLineEdit>()),
+        describe("VHistoryComboBox", tr("Editable combo box that remembers its entries"),
+            [](QWidget* parent) {
+                return new VHistoryComboBox(QStringLiteral("historyComboBox"), QString(), 10, parent);
+            }),
+        describe(
+            "VPersistentComboBox", tr("Combo box of stored filter entries"), simple<VPersistentComboBox>()),
+        describe("VClickableLabel", tr("Label that emits clicked()"), simple<VClickableLabel>(),
+            QStringLiteral("<property name=\"text\"><string>Click me</string></property>")),
+    };
+    for (const VWidgetPlugin::Description& d : widgets)
+        m_widgets.append(new VWidgetPlugin(d, this));
+}
+
+QList<QDesignerCustomWidgetInterface*> VDesignerPlugins::customWidgets() const
+{
+    return m_widgets;
+}
