@@ -2,13 +2,12 @@
 
 #include "headersortingadapter.h"
 #include "vclearlineedit.h"
-#include "vclickablelabel.h"
-#include "vcrudtoolbar.h"
 #include "vcsvfilepick.h"
 #include "vcsvmodelwriter.h"
 #include "vfilterhorizontalheaderview.h"
 #include "vheaderstate_p.h"
 #include "vselectviewcolumnsdialog.h"
+#include "vtoolbarmenu_p.h"
 
 #include <logger.h>
 #include <vsettings.h>
@@ -25,7 +24,6 @@
 #include <QSet>
 #include <QSettings>
 #include <QSpinBox>
-#include <QToolButton>
 
 namespace {
 const int s_cursorRole = Qt::UserRole + 6;
@@ -199,28 +197,7 @@ void VTableView::contextMenu(const QPoint& pos)
 QMenu* VTableView::createContextMenu()
 {
     auto menu = new QMenu(this);
-    if (m_toolBar) {
-        const QList<QAction*> actions = m_toolBar->actions();
-        for (QAction* action : actions) {
-            if (action->isSeparator()) {
-                menu->addAction(action);
-                continue;
-            }
-            QWidget* widget = m_toolBar->widgetForAction(action);
-            if (auto button = qobject_cast<QToolButton*>(widget)) {
-                if (QMenu* buttonMenu = button->menu()) {
-                    buttonMenu->setTitle(action->text());
-                    buttonMenu->setIcon(action->icon());
-                    menu->addMenu(buttonMenu);
-                }
-            } else if (auto label = qobject_cast<VClickableLabel*>(widget)) {
-                menu->addAction(action);
-                action->setText(label->toolTip());
-                action->disconnect();
-                connect(action, &QAction::triggered, label, [label] { Q_EMIT label->clicked(); });
-            }
-        }
-    }
+    VToolBarMenu::addToolBarEntries(menu, m_toolBar);
     if (!m_showViewCommands)
         return menu;
 
