@@ -96,6 +96,10 @@ void tst_VDateEdit::construction()
     QCOMPARE(meta->property(meta->indexOfProperty("date")).notifySignal().name(), QByteArray("dateChanged"));
     QCOMPARE(meta->property(meta->indexOfProperty("dateTime")).notifySignal().name(),
         QByteArray("dateTimeChanged"));
+
+    // Code generated from a form creates it from a parent alone: a nullable field.
+    VDateEdit fromForm(&window);
+    QVERIFY(!parts(fromForm).clear->isHidden());
 }
 
 void tst_VDateEdit::nullMapping()

@@ -48,8 +48,11 @@ class VEITIKGIP_EXPORT VDateEdit : public QWidget {
     Q_PROPERTY(bool readOnly READ isReadOnly WRITE setReadOnly)
     Q_PROPERTY(QDate minimumDate READ minimumDate WRITE setMinimumDate)
 public:
-    /// @param nullable whether the field can be emptied; only then it has a "Clear" button
-    VDateEdit(QWidget* parent, bool nullable);
+    /**
+     * @param nullable whether the field can be emptied; only then it has a "Clear" button.
+     * The defaults let forms made in Qt Designer create the widget with a parent alone.
+     */
+    explicit VDateEdit(QWidget* parent = nullptr, bool nullable = true);
 
     /// The date, or VCore::nullDate() when the field is empty.
     QDate date() const;
