@@ -11,6 +11,8 @@
 #include <QStyle>
 #include <QStyleOptionButton>
 
+#include <utility>
+
 namespace {
 
 // The colour a drag or drop carries: its colour data, else a colour named by its text.
