@@ -3,7 +3,7 @@
 #include <QLocale>
 
 FormatModel::FormatModel(QObject* parent)
-    : QIdentityProxyModel(parent)
+    : QSqlQueryModel(parent)
     , m_yes(tr("Yes"))
     , m_no(tr("No"))
 {
@@ -29,7 +29,7 @@ FormatModel::Format FormatModel::columnFormat(int column) const
 QVariant FormatModel::data(const QModelIndex& index, int role) const
 {
     if (role != Qt::DisplayRole && role != Qt::TextAlignmentRole)
-        return QIdentityProxyModel::data(index, role);
+        return QSqlQueryModel::data(index, role);
     const Format format = columnFormat(index.column());
     if (role == Qt::TextAlignmentRole) {
         switch (format) {
@@ -42,10 +42,10 @@ QVariant FormatModel::data(const QModelIndex& index, int role) const
         case Text:
             break;
         }
-        return QIdentityProxyModel::data(index, role);
+        return QSqlQueryModel::data(index, role);
     }
 
-    const QVariant value = QIdentityProxyModel::data(index, Qt::DisplayRole);
+    const QVariant value = QSqlQueryModel::data(index, Qt::DisplayRole);
     if (format == Text)
         return value;
     if (value.isNull())

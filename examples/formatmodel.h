@@ -1,26 +1,26 @@
 #ifndef FORMATMODEL_H
 #define FORMATMODEL_H
 
-#include <QIdentityProxyModel>
+#include <QSqlQueryModel>
 #include <QVector>
 
 /**
  * @brief Shows the demo's raw SQL values the way a reader expects them.
  *
- * The SQL models keep the values as SQLite returns them (prices as doubles,
- * flags as 0/1, discounts as fractions). This model answers the display role
- * with the formatted text ("12.99", "5 %", "Yes") and the text alignment
- * role with the column's alignment, while the edit role keeps the raw value.
+ * The query keeps the values as SQLite returns them (prices as doubles, flags
+ * as 0/1, discounts as fractions). This model answers the display role with
+ * the formatted text ("12.99", "5 %", "Yes") and the text alignment role
+ * with the column's alignment, while the edit role keeps the raw value.
  * The column filters, the search, its highlight bands and the CSV export of
  * the display role therefore all see the text the user sees; the edit role
  * export writes the data itself:
  * @code
- * auto format = new FormatModel(this);
- * format->setSourceModel(sqlModel);
- * format->setColumnFormat(7, FormatModel::YesNo);
+ * auto model = new FormatModel(this);
+ * model->setQuery("SELECT id, name, active FROM customers");
+ * model->setColumnFormat(2, FormatModel::YesNo);
  * @endcode
  */
-class FormatModel : public QIdentityProxyModel {
+class FormatModel : public QSqlQueryModel {
     Q_OBJECT
 public:
     enum Format {
