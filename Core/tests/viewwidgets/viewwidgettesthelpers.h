@@ -83,7 +83,9 @@ public:
     using VAbstractViewWidget::printersLayout;
     using VAbstractViewWidget::readOnly;
     using VAbstractViewWidget::showFilterAction;
+    using VAbstractViewWidget::showFilterActivated;
     using VAbstractViewWidget::showOptionsAction;
+    using VAbstractViewWidget::showOptionsActivated;
     using VAbstractViewWidget::statusLabel;
     using VAbstractViewWidget::statusLayout;
     using VAbstractViewWidget::titleLabel;
