@@ -696,7 +696,8 @@ void tst_VAbstractViewWidget::refreshToolBar()
     if (linked)
         f.widget.setLinkedWidget(&parent);
     VCrudToolBar* bar = f.widget.toolBar();
-    // The toolbar shows delete again: a hidden action cannot be enabled, so "left alone" shows only on a shown one.
+    // The toolbar shows delete again: a hidden action cannot be enabled, so "left alone" shows only on a
+    // shown one.
     bar->setOptions(VCrudToolBar::Options());
     const QList<QAction*> actions
         = { bar->newAction, bar->copyAction, bar->editAction, bar->deleteAction, bar->pdfAction };

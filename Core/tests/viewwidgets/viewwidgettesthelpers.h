@@ -5,11 +5,14 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialog>
 #include <QHash>
 #include <QMessageBox>
 #include <QPointer>
 #include <QStandardItemModel>
 #include <QTimer>
+
+#include <functional>
 
 // Test helpers shared by the view widget tests.
 
@@ -133,6 +136,39 @@ private:
     }
 
     QMessageBox::StandardButton m_answer;
+    QTimer m_timer;
+};
+
+/// Hands every modal dialog that opens to @p handle (which must close it), or rejects it; records their
+/// classes.
+class ModalWatcher {
+public:
+    explicit ModalWatcher(std::function<void(QWidget*)> handle = {})
+        : m_handle(std::move(handle))
+    {
+        m_timer.setInterval(5);
+        QObject::connect(&m_timer, &QTimer::timeout, [this] { look(); });
+        m_timer.start();
+    }
+
+    QStringList seen;
+
+private:
+    void look()
+    {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (!modal || modal == m_last)
+            return;
+        m_last = modal;
+        seen << QString::fromLatin1(modal->metaObject()->className());
+        if (m_handle)
+            m_handle(modal);
+        else if (auto* dialog = qobject_cast<QDialog*>(modal))
+            dialog->reject();
+    }
+
+    std::function<void(QWidget*)> m_handle;
+    QPointer<QWidget> m_last;
     QTimer m_timer;
 };
 
