@@ -2,9 +2,16 @@
 
 #include "vwidgetplugin.h"
 
+#include <vburgermenu.h>
 #include <vclearlineedit.h>
 #include <vclickablelabel.h>
+#include <vcolourboldpicker.h>
+#include <vcolourcombobox.h>
+#include <vcolourpicker.h>
+#include <vdateedit.h>
 #include <vhistorycombobox.h>
+#include <vled.h>
+#include <vmonthcombobox.h>
 #include <vpersistentcombobox.h>
 #include <vsearchlineedit.h>
 
@@ -40,6 +47,13 @@ VDesignerPlugins::VDesignerPlugins(QObject* parent)
             }),
         describe(
             "VPersistentComboBox", tr("Combo box of stored filter entries"), simple<VPersistentComboBox>()),
+        describe("VBurgerMenu", tr("Collapsible side menu of actions"), simple<VBurgerMenu>()),
+        describe("VLed", tr("LED lamp that lights, toggles and blinks"), simple<VLed>()),
+        describe("VColourPicker", tr("Foreground and background colour swatches"), simple<VColourPicker>()),
+        describe("VColourBoldPicker", tr("Colour swatches with a bold toggle"), simple<VColourBoldPicker>()),
+        describe("VColourComboBox", tr("Combo box of named colours"), simple<VColourComboBox>()),
+        describe("VDateEdit", tr("Date edit that can be empty"), simple<VDateEdit>()),
+        describe("VMonthComboBox", tr("Combo box of month names"), simple<VMonthComboBox>()),
         describe("VClickableLabel", tr("Label that emits clicked()"), simple<VClickableLabel>(),
             QStringLiteral("<property name=\"text\"><string>Click me</string></property>")),
     };
