@@ -57,7 +57,6 @@ private slots:
     void levelFilter();
     void levelBoxAndSignal();
     void attachedOnGuiThread();
-    void notAttached();
     void otherThreadThroughEventLoop();
     void clearAndCopy();
     void historyLimit();
@@ -98,6 +97,16 @@ void tst_VLoggerWidget::construction()
     QCOMPARE(text->font().styleHint(), QFont::TypeWriter);
     QCOMPARE(text->font().styleStrategy(), QFont::PreferDefault);
     QVERIFY(text->isReadOnly());
+
+    // Everything in the bar fits its 20 pixels.
+    w.resize(400, 200);
+    w.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    QCOMPARE(toolBar->height(), 20);
+    for (QAction* a : actions) {
+        const QRect r = toolBar->widgetForAction(a)->geometry();
+        QVERIFY2(r.top() >= 0 && r.bottom() < 20, qPrintable(a->text()));
+    }
 
     auto* layout = qobject_cast<QVBoxLayout*>(w.layout());
     QVERIFY(layout);
@@ -184,6 +193,7 @@ void tst_VLoggerWidget::levelBoxAndSignal()
 void tst_VLoggerWidget::attachedOnGuiThread()
 {
     auto* w = new VLoggerWidget(nullptr, true);
+    VLoggerWidget unattached(nullptr, false);
     QVERIFY(w->isAttached());
     w->setLoggerLevel(Logger::Info);
     LOG_DEBUG("hidden detail");
@@ -193,6 +203,7 @@ void tst_VLoggerWidget::attachedOnGuiThread()
     // Logged on the GUI thread: shown at once, without an event loop turn.
     const QStringList shown = lines(*w);
     QCOMPARE(shown.size(), 3);
+    QCOMPARE(lines(unattached), QStringList());
     QVERIFY2(QRegularExpression(LinePattern.arg("INFO ", "opened <b>orders</b> & more"))
                  .match(shown.at(0))
                  .hasMatch(),
@@ -209,14 +220,6 @@ void tst_VLoggerWidget::attachedOnGuiThread()
     QCOMPARE(lines(next), QStringList());
     LOG_TRACE("trace reaches it");
     QCOMPARE(lines(next).size(), 1);
-}
-
-void tst_VLoggerWidget::notAttached()
-{
-    VLoggerWidget w(nullptr, false);
-    LOG_ERROR("not for this widget");
-    QCoreApplication::processEvents();
-    QCOMPARE(lines(w), QStringList());
 }
 
 void tst_VLoggerWidget::otherThreadThroughEventLoop()

@@ -39,11 +39,6 @@ void tst_VUiWidget::signalSignatures()
     }
     QCOMPARE(mo.method(mo.indexOfSignal("progressStart(QString,qlonglong)")).parameterNames(),
         QList<QByteArray>({ "msg", "sz" }));
-
-    VUiWidget w;
-    QSignalSpy spy(&w, &VUiWidget::progressStart);
-    emit w.progressStart(QStringLiteral("Loading"), Q_INT64_C(5000000000));
-    QCOMPARE(spy.at(0).at(1).toLongLong(), Q_INT64_C(5000000000));
 }
 
 QTEST_MAIN(tst_VUiWidget)

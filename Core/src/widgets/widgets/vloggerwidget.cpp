@@ -44,6 +44,10 @@ VLoggerWidget::VLoggerWidget(QWidget* parent, bool attach)
         &VLoggerWidget::traceLevelChanged);
 
     m_toolBar->setMaximumHeight(20);
+    // Only 20 pixels high: small icons, no margins and a box no taller than the bar, so nothing is cut.
+    m_toolBar->setIconSize(QSize(16, 16));
+    m_toolBar->layout()->setContentsMargins(0, 0, 0, 0);
+    m_levelBox->setMaximumHeight(20);
     m_levelAction = m_toolBar->addWidget(m_levelBox);
     QAction* clear = m_toolBar->addAction(QIcon(QStringLiteral(":/images/clear")), tr("Clear"));
     connect(clear, &QAction::triggered, m_textEdit, &QTextEdit::clear);
