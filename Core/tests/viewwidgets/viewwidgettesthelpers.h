@@ -44,6 +44,12 @@ public:
         return submitResult;
     }
     void revert() override { ++reverts; }
+    /// Resets the model without changing its rows.
+    void reset()
+    {
+        beginResetModel();
+        endResetModel();
+    }
 
     /// The model's status values by role (Qt::UserRole + 2 ... + 5).
     QHash<int, QVariant> status;
