@@ -8,12 +8,19 @@
 #include <vcolourboldpicker.h>
 #include <vcolourcombobox.h>
 #include <vcolourpicker.h>
+#include <vcombobox.h>
+#include <vcurrencylineedit.h>
 #include <vdateedit.h>
+#include <vdoublelineedit.h>
 #include <vhistorycombobox.h>
+#include <vlabellineedit.h>
 #include <vled.h>
+#include <vloggerwidget.h>
 #include <vmonthcombobox.h>
+#include <vmovabletabwidget.h>
 #include <vpersistentcombobox.h>
 #include <vsearchlineedit.h>
+#include <vuiwidget.h>
 
 namespace {
 template <typename T>
@@ -54,6 +61,14 @@ VDesignerPlugins::VDesignerPlugins(QObject* parent)
         describe("VColourComboBox", tr("Combo box of named colours"), simple<VColourComboBox>()),
         describe("VDateEdit", tr("Date edit that can be empty"), simple<VDateEdit>()),
         describe("VMonthComboBox", tr("Combo box of month names"), simple<VMonthComboBox>()),
+        describe("VLoggerWidget", tr("Log viewer with a level filter"), simple<VLoggerWidget>()),
+        describe("VDoubleLineEdit", tr("Line edit for a decimal number"), simple<VDoubleLineEdit>()),
+        describe("VCurrencyLineEdit", tr("Line edit for an amount of money"), simple<VCurrencyLineEdit>()),
+        describe("VLabelLineEdit", tr("Line edit with a caption"), simple<VLabelLineEdit>()),
+        describe("VComboBox", tr("Combo box bound to its items' data"), simple<VComboBox>()),
+        describe("VMovableTabWidget", tr("Tab widget that keeps the user's tab order"),
+            simple<VMovableTabWidget>()),
+        describe("VUiWidget", tr("Base widget of application screens"), simple<VUiWidget>(), QString(), true),
         describe("VClickableLabel", tr("Label that emits clicked()"), simple<VClickableLabel>(),
             QStringLiteral("<property name=\"text\"><string>Click me</string></property>")),
     };
