@@ -77,7 +77,14 @@ int main(int argc, char* argv[])
     const QCommandLineOption searchOption(QStringLiteral("search"),
         QApplication::translate("main", "Start with the search <text> in that tab, its matches highlighted."),
         QApplication::translate("main", "text"));
+    const QCommandLineOption pageOption(QStringLiteral("page"),
+        QApplication::translate("main", "Start on the page <name>: tables, widgets or about."),
+        QApplication::translate("main", "name"));
+    const QCommandLineOption collapsedOption(QStringLiteral("collapsed"),
+        QApplication::translate("main", "Start with the side menu collapsed to its icons."));
     parser.addOption(databaseOption);
+    parser.addOption(pageOption);
+    parser.addOption(collapsedOption);
     parser.addOption(tableOption);
     parser.addOption(searchOption);
     parser.addOption(screenshotOption);
@@ -125,6 +132,11 @@ int main(int argc, char* argv[])
 
     if (parser.isSet(searchOption))
         window.search(parser.value(searchOption));
+    if (parser.isSet(pageOption) && !window.setCurrentPage(parser.value(pageOption))) {
+        print(stderr, QApplication::translate("main", "There is no page %1.").arg(parser.value(pageOption)));
+        return 2;
+    }
+    window.setMenuExpanded(!parser.isSet(collapsedOption));
 
     const QString screenshotFile = parser.value(screenshotOption);
     if (!screenshotFile.isEmpty()) {

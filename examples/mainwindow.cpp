@@ -3,13 +3,16 @@
 #include "customertreemodel.h"
 #include "formatmodel.h"
 #include "valuesortproxymodel.h"
+#include "widgetspage.h"
 
 #include <logger.h>
+#include <vburgermenu.h>
 #include <vclearlineedit.h>
 #include <vcsvfilepick.h>
 #include <vcsvmodelwriter.h>
 #include <vhighlightitemdelegate.h>
 #include <vhtmltreeview.h>
+#include <vloggerwidget.h>
 #include <vsearchlineedit.h>
 #include <vsortfilterproxymodel.h>
 #include <vsortfiltertreeproxymodel.h>
@@ -21,13 +24,17 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDir>
+#include <QDockWidget>
 #include <QElapsedTimer>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeySequence>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPainter>
 #include <QSqlError>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBar>
@@ -113,10 +120,48 @@ const int maxExpandedCustomers = 50;
 // Rows and the filter row under the header: room for a line edit, a combo box or a date edit.
 const int rowHeight = 22;
 
+// The pages of the burger menu, in menu order; the last one sits at the bottom.
+struct PageDef {
+    const char* name;
+    const char* title;
+    const char* icon;
+};
+const PageDef menuPages[] = {
+    { "tables", QT_TRANSLATE_NOOP("MainWindow", "Tables"), ":/images/view" },
+    { "widgets", QT_TRANSLATE_NOOP("MainWindow", "Widgets"), ":/images/settings" },
+    { "about", QT_TRANSLATE_NOOP("MainWindow", "About"), ":/images/open" },
+};
+
+// The library ships no burger icon: three bars, drawn once.
+QIcon burgerIcon()
+{
+    QPixmap pixmap(32, 32);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0xee, 0xee, 0xee));
+    for (int y : { 7, 14, 21 })
+        painter.drawRoundedRect(QRectF(5, y, 22, 3.5), 1.5, 1.5);
+    return QIcon(pixmap);
+}
+
+// The library sets no colours on the menu; the demo dresses it by object name.
+const char menuStyleSheet[] = "VBurgerMenu, #BurgerMenu { background: #2b3440; }"
+                              "#MainBurgerButton { background: #2b3440; border: none; }"
+                              "#MainBurgerButton:hover { background: #3a4656; }"
+                              "#BurgerButton { color: #dfe6ee; background: #2b3440; border: none;"
+                              " text-align: left; padding-left: 12px; }"
+                              "#BurgerButton:hover { background: #3a4656; }"
+                              "#BurgerButton:checked { background: #4a7ab8; color: white; }";
+
 } // namespace
 
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
+    , m_menu(new VBurgerMenu(this))
+    , m_stack(new QStackedWidget(this))
+    , m_logDock(nullptr)
     , m_tabs(new QTabWidget(this))
     , m_search(nullptr)
     , m_exportAction(nullptr)
@@ -125,11 +170,19 @@ MainWindow::MainWindow(QWidget* parent)
     setObjectName(QStringLiteral("MainWindow"));
     m_tabs->setObjectName(QStringLiteral("tableTabs"));
     m_tabs->setDocumentMode(true);
-    setCentralWidget(m_tabs);
+    m_stack->setObjectName(QStringLiteral("pageStack"));
+    auto* central = new QWidget(this);
+    auto* centralLayout = new QHBoxLayout(central);
+    centralLayout->setContentsMargins(0, 0, 0, 0);
+    centralLayout->setSpacing(0);
+    centralLayout->addWidget(m_menu);
+    centralLayout->addWidget(m_stack, 1);
+    setCentralWidget(central);
     m_rowCount->setObjectName(QStringLiteral("rowCountLabel"));
     statusBar()->setObjectName(QStringLiteral("statusBar"));
     statusBar()->addPermanentWidget(m_rowCount);
 
+    createLogDock();
     createActions();
     for (int i = 0; i < int(sizeof(tables) / sizeof(tables[0])); ++i)
         addTablePage(i);
@@ -137,6 +190,94 @@ MainWindow::MainWindow(QWidget* parent)
 
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::onCurrentTabChanged);
     onCurrentTabChanged();
+    createMenu();
+}
+
+void MainWindow::createMenu()
+{
+    m_menu->setObjectName(QStringLiteral("mainBurgerMenu"));
+    m_menu->setStyleSheet(QLatin1String(menuStyleSheet));
+    m_menu->setBurgerIcon(burgerIcon());
+    m_menu->setIconSize(QSize(24, 24));
+    m_menu->setMenuWidth(120);
+    QWidget* pages[] = { m_tabs, new WidgetsPage(m_stack), createAboutPage() };
+    const int count = int(sizeof(menuPages) / sizeof(menuPages[0]));
+    for (int i = 0; i < count; ++i) {
+        m_stack->addWidget(pages[i]);
+        QAction* action = m_menu->addMenuAction(
+            QIcon(QLatin1String(menuPages[i].icon)), tr(menuPages[i].title), i == count - 1);
+        action->setObjectName(QLatin1String(menuPages[i].name) + QLatin1String("PageAction"));
+        action->setData(QLatin1String(menuPages[i].name));
+        action->setToolTip(tr(menuPages[i].title));
+    }
+    m_menu->setIconFixedHeight(40);
+    connect(m_menu, &VBurgerMenu::triggered, this, [this](QAction* action, bool activateOnly) {
+        const QString name = action->data().toString();
+        for (int i = 0; i < int(sizeof(menuPages) / sizeof(menuPages[0])); ++i) {
+            if (name == QLatin1String(menuPages[i].name))
+                m_stack->setCurrentIndex(i);
+        }
+        m_exportAction->setEnabled(
+            m_stack->currentWidget() == m_tabs && currentPage() && currentPage()->tableView);
+        m_search->setEnabled(m_stack->currentWidget() == m_tabs);
+        LOG_INFO("Showing the %s page%s", qPrintable(name), activateOnly ? " at start" : "");
+    });
+    m_menu->activateAction(tr(menuPages[0].title));
+}
+
+QWidget* MainWindow::createAboutPage()
+{
+    auto* about = new QLabel(m_stack);
+    about->setObjectName(QStringLiteral("aboutPage"));
+    about->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    about->setMargin(24);
+    about->setWordWrap(true);
+    about->setTextFormat(Qt::RichText);
+    about->setText(tr("<h2>veitikgip demo %1</h2>"
+                      "<p>Widgets for desktop database front-ends, on a sample SQLite database of "
+                      "customers, products, orders and order lines.</p>"
+                      "<p>The menu on the left switches between the tables, the stand-alone widgets and "
+                      "this page; its top button expands and collapses it. The log dock shows what the "
+                      "library and the demo log, from the level chosen in its box.</p>"
+                      "<p>Start options: <tt>--database FILE</tt>, <tt>--table NAME</tt>, "
+                      "<tt>--search TEXT</tt>, <tt>--page tables|widgets|about</tt>, <tt>--collapsed</tt>, "
+                      "<tt>--screenshot FILE</tt>.</p>")
+                       .arg(QApplication::applicationVersion()));
+    return about;
+}
+
+void MainWindow::createLogDock()
+{
+    m_logDock = new QDockWidget(tr("Log"), this);
+    m_logDock->setObjectName(QStringLiteral("logDock"));
+    m_logDock->setAllowedAreas(Qt::BottomDockWidgetArea | Qt::RightDockWidgetArea);
+    // Attached: every line the library logs, from any thread, lands here.
+    auto* log = new VLoggerWidget(m_logDock, true);
+    log->setObjectName(QStringLiteral("logWidget"));
+    log->setLoggerLevel(Logger::Info);
+    m_logDock->setWidget(log);
+    addDockWidget(Qt::BottomDockWidgetArea, m_logDock);
+    resizeDocks({ m_logDock }, { 150 }, Qt::Vertical);
+    LOG_INFO("veitikgip demo %s started", qPrintable(QApplication::applicationVersion()));
+}
+
+bool MainWindow::setCurrentPage(const QString& name)
+{
+    for (const PageDef& page : menuPages) {
+        if (name == QLatin1String(page.name)) {
+            m_menu->activateAction(tr(page.title));
+            return true;
+        }
+    }
+    return false;
+}
+
+void MainWindow::setMenuExpanded(bool expanded)
+{
+    const bool animated = m_menu->animated();
+    m_menu->setAnimated(false);
+    m_menu->setExpanded(expanded);
+    m_menu->setAnimated(animated);
 }
 
 int MainWindow::currentRowCount() const
@@ -187,6 +328,9 @@ void MainWindow::createActions()
     fileMenu->addAction(m_exportAction);
     fileMenu->addSeparator();
     fileMenu->addAction(quitAction);
+    QMenu* viewMenu = menuBar()->addMenu(tr("&View"));
+    viewMenu->setObjectName(QStringLiteral("viewMenu"));
+    viewMenu->addAction(m_logDock->toggleViewAction());
 
     QToolBar* toolBar = addToolBar(tr("Main"));
     toolBar->setObjectName(QStringLiteral("mainToolBar"));
@@ -362,6 +506,7 @@ bool MainWindow::setCurrentTable(const QString& table)
     for (int i = 0; i < m_pages.size(); ++i) {
         if (m_pages.at(i).table == table) {
             m_tabs->setCurrentIndex(i);
+            setCurrentPage(QStringLiteral("tables"));
             return true;
         }
     }
@@ -403,6 +548,8 @@ void MainWindow::onCurrentTabChanged()
     m_search->setText(page ? page->proxy->searchString() : QString());
     m_exportAction->setEnabled(page && page->tableView);
     updateRowCount();
+    if (page)
+        LOG_INFO("Showing the %s tab", qPrintable(page->table));
 }
 
 void MainWindow::exportCsv()

@@ -6,17 +6,23 @@
 
 class QAbstractItemView;
 class QAction;
+class QDockWidget;
 class QLabel;
+class QStackedWidget;
 class QTabWidget;
+class VBurgerMenu;
 class VHtmlTreeView;
 class VSearchLineEdit;
 class VSortFilterProxyModel;
 class VTableView;
 
 /**
- * @brief The demo's main window: one tab per table of the sample database,
- * and a tree of the customers with their orders.
+ * @brief The demo's main window: a burger menu on the left that switches
+ * between the tables, a page of the stand-alone widgets and an about page,
+ * and a dock with the library's log.
  *
+ * The tables page has one tab per table of the sample database and a tree of
+ * the customers with their orders.
  * Each table tab shows a whole table (every row fetched) in a VTableView
  * through a VSortFilterProxyModel, with filter widgets under several columns
  * and the view commands (natural order, column chooser, CSV exports) in the
@@ -43,6 +49,10 @@ public:
     void search(const QString& text);
     /// How long each tab took to load, e.g. "customers 12 ms, products 3 ms".
     QString loadTimes() const;
+    /// Shows the page @p name ("tables", "widgets" or "about") as the menu would.
+    bool setCurrentPage(const QString& name);
+    /// Expands or collapses the burger menu at once, without the animation.
+    void setMenuExpanded(bool expanded);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -58,6 +68,9 @@ private:
     };
 
     void createActions();
+    void createMenu();
+    void createLogDock();
+    QWidget* createAboutPage();
     void addTablePage(int tableIndex);
     void addCustomerTreePage();
     const Page* currentPage() const;
@@ -67,6 +80,9 @@ private:
     void updateRowCount();
     void saveViewStates();
 
+    VBurgerMenu* m_menu;
+    QStackedWidget* m_stack;
+    QDockWidget* m_logDock;
     QTabWidget* m_tabs;
     VSearchLineEdit* m_search;
     QAction* m_exportAction;
