@@ -207,6 +207,8 @@ private slots:
     void linking();
     void settings();
     void moveSearchToPrinterLayout();
+    void searchModes_data();
+    void searchModes();
     void setCurrentIndex();
     void matchValue();
     void modelReplacedOrReset();
@@ -999,6 +1001,54 @@ void tst_VAbstractViewWidget::moveSearchToPrinterLayout()
     TestViewWidget plain;
     plain.moveSearchToPrinterLayout(0, 0);
     QCOMPARE(layoutContent(plain.printersLayout), QStringList({ "QCheckBox", "VSearchLineEdit" }));
+}
+
+void tst_VAbstractViewWidget::searchModes_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QStringList>("whileTyping");
+    QTest::addColumn<QStringList>("afterReturn");
+
+    const QStringList none;
+    QTest::newRow("press Enter") << 0 << none << QStringList({ "searchTextEdited(7,Bonn,false)" });
+    QTest::newRow("as you type") << int(VCrudToolBar::SearchAsYouType)
+                                 << QStringList({ "searchTextEdited(7,B,false)",
+                                        "searchTextEdited(7,Bo,false)", "searchTextEdited(7,Bon,false)",
+                                        "searchTextEdited(7,Bonn,false)" })
+                                 << none;
+    QTest::newRow("delayed") << int(VCrudToolBar::SearchAsYouType | VCrudToolBar::DelayedSearch) << none
+                             << none;
+}
+
+void tst_VAbstractViewWidget::searchModes()
+{
+    QFETCH(int, mode);
+    QFETCH(QStringList, whileTyping);
+    QFETCH(QStringList, afterReturn);
+
+    Fixture f;
+    VCrudToolBar* bar = f.widget.toolBar();
+    bar->setOptions(VCrudToolBar::NoPdf | VCrudToolBar::Options(QFlag(mode)));
+    // The delay is the timer's own; shortened so that the test waits for it, not for three seconds.
+    bar->searchTimer->setInterval(40);
+    f.widget.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&f.widget));
+    AllSignals spies(&f.widget);
+    QSignalSpy searches(&f.widget, &VAbstractViewWidget::searchTextEdited);
+    QTest::keyClicks(bar->searchLineEdit, QStringLiteral("Bonn"));
+    QCOMPARE(spies.take(), whileTyping);
+    QTest::keyClick(bar->searchLineEdit, Qt::Key_Return);
+    QCOMPARE(spies.take(), afterReturn);
+    if (mode & VCrudToolBar::DelayedSearch) {
+        // One search for all four keystrokes, one interval after the last, and none after it.
+        QTRY_COMPARE_WITH_TIMEOUT(searches.count(), 1, 2000);
+        QCOMPARE(spies.take(), QStringList({ "searchTextEdited(7,Bonn,false)" }));
+        QTest::qWait(3 * bar->searchTimer->interval());
+        QCOMPARE(spies.take(), QStringList());
+    }
+    // Exclude applies the text at once, in its new sense.
+    bar->excludeCheckBox->setChecked(true);
+    QCOMPARE(spies.take(), QStringList({ "searchTextEdited(7,Bonn,true)" }));
 }
 
 void tst_VAbstractViewWidget::setCurrentIndex()
