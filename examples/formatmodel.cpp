@@ -4,8 +4,6 @@
 
 FormatModel::FormatModel(QObject* parent)
     : QSqlQueryModel(parent)
-    , m_yes(tr("Yes"))
-    , m_no(tr("No"))
 {
 }
 
@@ -32,20 +30,33 @@ QVariant FormatModel::data(const QModelIndex& index, int role) const
         return QSqlQueryModel::data(index, role);
     const Format format = columnFormat(index.column());
     if (role == Qt::TextAlignmentRole) {
-        switch (format) {
-        case Number:
-        case Money:
-        case Percent:
-            return int(Qt::AlignRight | Qt::AlignVCenter);
-        case YesNo:
-            return int(Qt::AlignCenter);
-        case Text:
-            break;
-        }
-        return QSqlQueryModel::data(index, role);
+        const QVariant align = alignment(format);
+        return align.isNull() ? QSqlQueryModel::data(index, role) : align;
     }
-
     const QVariant value = QSqlQueryModel::data(index, Qt::DisplayRole);
+    return format == Text ? value : displayText(format, value);
+}
+
+QVariant FormatModel::alignment(Format format)
+{
+    switch (format) {
+    case Number:
+    case Money:
+    case Percent:
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+    case YesNo:
+        return int(Qt::AlignCenter);
+    case Text:
+        break;
+    }
+    return QVariant();
+}
+
+QVariant FormatModel::displayText(Format format, const QVariant& value)
+{
+    // Shared by every flag cell, so that filtering a flag column allocates nothing.
+    static const QString yes = tr("Yes");
+    static const QString no = tr("No");
     if (format == Text)
         return value;
     if (value.isNull())
@@ -61,7 +72,7 @@ QVariant FormatModel::data(const QModelIndex& index, int role) const
         return percent == 0 ? QString() : QLocale().toString(percent) + QLatin1String(" %");
     }
     case YesNo:
-        return value.toBool() ? m_yes : m_no;
+        return value.toBool() ? yes : no;
     case Text:
         break;
     }

@@ -39,11 +39,13 @@ public:
 
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
+    /// The text shown for the raw @p value in @p format; other models of the demo share it.
+    static QVariant displayText(Format format, const QVariant& value);
+    /// The alignment of @p format, or a null variant for text (the model's own).
+    static QVariant alignment(Format format);
+
 private:
     QVector<Format> m_formats;
-    // Shared by every flag cell, so that filtering a flag column allocates nothing.
-    QString m_yes;
-    QString m_no;
 };
 
 #endif // FORMATMODEL_H

@@ -82,6 +82,17 @@ int main(int argc, char* argv[])
         QApplication::translate("main", "name"));
     const QCommandLineOption collapsedOption(QStringLiteral("collapsed"),
         QApplication::translate("main", "Start with the side menu collapsed to its icons."));
+    const QCommandLineOption readOnlyOption(QStringLiteral("read-only"),
+        QApplication::translate("main", "Open every view read-only: records can be viewed, not changed."));
+    const QCommandLineOption userOption(QStringLiteral("user"),
+        QApplication::translate("main",
+            "Sign in as <user>: \"viewer\" has no rights to create, copy, edit, delete or save records."),
+        QApplication::translate("main", "user"));
+    const QCommandLineOption panelsOption(QStringLiteral("show-panels"),
+        QApplication::translate("main", "Open the filter and options panels of the views that have them."));
+    parser.addOption(panelsOption);
+    parser.addOption(readOnlyOption);
+    parser.addOption(userOption);
     parser.addOption(databaseOption);
     parser.addOption(pageOption);
     parser.addOption(collapsedOption);
@@ -124,6 +135,20 @@ int main(int argc, char* argv[])
     MainWindow window;
     window.setWindowTitle(
         QApplication::translate("main", "veitikgip demo - %1").arg(QDir::toNativeSeparators(databaseFile)));
+    if (parser.isSet(panelsOption))
+        window.showPanels();
+    if (parser.isSet(readOnlyOption))
+        window.setReadOnly(true);
+    if (parser.isSet(userOption)) {
+        const QString user = parser.value(userOption);
+        if (user == QLatin1String("viewer")) {
+            window.withholdRecordActions();
+        } else if (user != QLatin1String("admin")) {
+            print(stderr,
+                QApplication::translate("main", "There is no user %1 (try viewer or admin).").arg(user));
+            return 2;
+        }
+    }
     if (parser.isSet(tableOption) && !window.setCurrentTable(parser.value(tableOption))) {
         print(
             stderr, QApplication::translate("main", "There is no table %1.").arg(parser.value(tableOption)));

@@ -2,24 +2,36 @@
 
 #include "customertreemodel.h"
 #include "formatmodel.h"
+#include "orderfilterwidget.h"
+#include "orderlinesmodel.h"
+#include "orderoptionswidget.h"
+#include "ordersmodel.h"
+#include "ordersproxymodel.h"
 #include "valuesortproxymodel.h"
 #include "widgetspage.h"
 
 #include <logger.h>
+#include <vauthaction.h>
 #include <vburgermenu.h>
 #include <vclearlineedit.h>
+#include <vcrudtoolbar.h>
 #include <vcsvfilepick.h>
 #include <vcsvmodelwriter.h>
+#include <vfilterwidget.h>
 #include <vhighlightitemdelegate.h>
 #include <vhtmltreeview.h>
 #include <vloggerwidget.h>
+#include <voptionswidget.h>
 #include <vsearchlineedit.h>
 #include <vsortfilterproxymodel.h>
 #include <vsortfiltertreeproxymodel.h>
 #include <vtableview.h>
+#include <vtableviewwidget.h>
+#include <vtreeviewwidget.h>
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDateEdit>
@@ -39,6 +51,9 @@
 #include <QTabWidget>
 #include <QToolBar>
 
+#include <algorithm>
+#include <functional>
+
 namespace {
 
 // The widget under a column's header that filters it.
@@ -50,8 +65,13 @@ struct ColumnDef {
     Filter filter;
 };
 
+// Where a table's rows come from.
+enum class Source { Query, Orders, OrderLines };
+
 struct TableDef {
     const char* table;
+    const char* widgetName; // names the view widget, its toolbar actions and its settings
+    Source source;
     const char* title;
     const char* query;
     ColumnDef columns[10];
@@ -61,7 +81,7 @@ using F = FormatModel;
 
 // Titles are translated where they are used; a null title ends a column list.
 const TableDef tables[] = {
-    { "customers", QT_TRANSLATE_NOOP("MainWindow", "Customers"),
+    { "customers", "Customers", Source::Query, QT_TRANSLATE_NOOP("MainWindow", "Customers"),
         "SELECT id, name, email, phone, city, country, customer_since, active FROM customers ORDER BY id",
         { { QT_TRANSLATE_NOOP("MainWindow", "Id"), F::Number, Filter::None },
             { QT_TRANSLATE_NOOP("MainWindow", "Name"), F::Text, Filter::Line },
@@ -71,7 +91,7 @@ const TableDef tables[] = {
             { QT_TRANSLATE_NOOP("MainWindow", "Country"), F::Text, Filter::Line },
             { QT_TRANSLATE_NOOP("MainWindow", "Customer Since"), F::Text, Filter::Date },
             { QT_TRANSLATE_NOOP("MainWindow", "Active"), F::YesNo, Filter::YesNo } } },
-    { "products", QT_TRANSLATE_NOOP("MainWindow", "Products"),
+    { "products", "Products", Source::Query, QT_TRANSLATE_NOOP("MainWindow", "Products"),
         "SELECT id, sku, name, category, unit_price, stock, discontinued FROM products ORDER BY id",
         { { QT_TRANSLATE_NOOP("MainWindow", "Id"), F::Number, Filter::None },
             { QT_TRANSLATE_NOOP("MainWindow", "SKU"), F::Text, Filter::Line },
@@ -80,7 +100,7 @@ const TableDef tables[] = {
             { QT_TRANSLATE_NOOP("MainWindow", "Unit Price"), F::Money, Filter::None },
             { QT_TRANSLATE_NOOP("MainWindow", "In Stock"), F::Number, Filter::None },
             { QT_TRANSLATE_NOOP("MainWindow", "Discontinued"), F::YesNo, Filter::YesNo } } },
-    { "orders", QT_TRANSLATE_NOOP("MainWindow", "Orders"),
+    { "orders", "Orders", Source::Orders, QT_TRANSLATE_NOOP("MainWindow", "Orders"),
         "SELECT o.id, o.order_date, c.name, c.city, o.status, o.paid, o.shipped_date, t.lines, t.total"
         " FROM orders o JOIN customers c ON c.id = o.customer_id"
         " LEFT JOIN (SELECT order_id, COUNT(*) AS lines,"
@@ -96,19 +116,15 @@ const TableDef tables[] = {
             { QT_TRANSLATE_NOOP("MainWindow", "Shipped"), F::Text, Filter::None },
             { QT_TRANSLATE_NOOP("MainWindow", "Lines"), F::Number, Filter::None },
             { QT_TRANSLATE_NOOP("MainWindow", "Total"), F::Money, Filter::None } } },
-    { "order_lines", QT_TRANSLATE_NOOP("MainWindow", "Order Lines"),
-        "SELECT l.id, l.order_id, l.position, p.sku, p.name, l.quantity, l.unit_price, l.discount,"
-        " ROUND(l.quantity * l.unit_price * (1 - l.discount), 2)"
-        " FROM order_lines l JOIN products p ON p.id = l.product_id ORDER BY l.id",
+    // The one editable table: OrderLinesModel selects it with the product's name.
+    { "order_lines", "OrderLines", Source::OrderLines, QT_TRANSLATE_NOOP("MainWindow", "Order Lines"), "",
         { { QT_TRANSLATE_NOOP("MainWindow", "Id"), F::Number, Filter::None },
             { QT_TRANSLATE_NOOP("MainWindow", "Order"), F::Number, Filter::Line },
             { QT_TRANSLATE_NOOP("MainWindow", "Pos."), F::Number, Filter::None },
-            { QT_TRANSLATE_NOOP("MainWindow", "SKU"), F::Text, Filter::Line },
             { QT_TRANSLATE_NOOP("MainWindow", "Product"), F::Text, Filter::Line },
             { QT_TRANSLATE_NOOP("MainWindow", "Quantity"), F::Number, Filter::None },
             { QT_TRANSLATE_NOOP("MainWindow", "Unit Price"), F::Money, Filter::None },
-            { QT_TRANSLATE_NOOP("MainWindow", "Discount"), F::Percent, Filter::None },
-            { QT_TRANSLATE_NOOP("MainWindow", "Amount"), F::Money, Filter::None } } },
+            { QT_TRANSLATE_NOOP("MainWindow", "Discount"), F::Percent, Filter::None } } },
 };
 
 const char customerTreeTable[] = "customers_orders";
@@ -163,9 +179,7 @@ MainWindow::MainWindow(QWidget* parent)
     , m_stack(new QStackedWidget(this))
     , m_logDock(nullptr)
     , m_tabs(new QTabWidget(this))
-    , m_search(nullptr)
     , m_exportAction(nullptr)
-    , m_rowCount(new QLabel(this))
 {
     setObjectName(QStringLiteral("MainWindow"));
     m_tabs->setObjectName(QStringLiteral("tableTabs"));
@@ -178,15 +192,16 @@ MainWindow::MainWindow(QWidget* parent)
     centralLayout->addWidget(m_menu);
     centralLayout->addWidget(m_stack, 1);
     setCentralWidget(central);
-    m_rowCount->setObjectName(QStringLiteral("rowCountLabel"));
     statusBar()->setObjectName(QStringLiteral("statusBar"));
-    statusBar()->addPermanentWidget(m_rowCount);
 
     createLogDock();
     createActions();
     for (int i = 0; i < int(sizeof(tables) / sizeof(tables[0])); ++i)
         addTablePage(i);
     addCustomerTreePage();
+    // The panels' toggles, the link and visibility states of the last run.
+    for (const Page& page : qAsConst(m_pages))
+        page.widget->readSettings();
 
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::onCurrentTabChanged);
     onCurrentTabChanged();
@@ -219,7 +234,6 @@ void MainWindow::createMenu()
         }
         m_exportAction->setEnabled(
             m_stack->currentWidget() == m_tabs && currentPage() && currentPage()->tableView);
-        m_search->setEnabled(m_stack->currentWidget() == m_tabs);
         LOG_INFO("Showing the %s page%s", qPrintable(name), activateOnly ? " at start" : "");
     });
     m_menu->activateAction(tr(menuPages[0].title));
@@ -307,6 +321,7 @@ void MainWindow::saveViewStates()
             page.tableView->saveState();
         else if (page.treeView)
             page.treeView->saveState();
+        page.widget->saveSettings();
     }
 }
 
@@ -336,22 +351,17 @@ void MainWindow::createActions()
     toolBar->setObjectName(QStringLiteral("mainToolBar"));
     toolBar->setMovable(false);
     toolBar->addAction(m_exportAction);
-    toolBar->addSeparator();
 
-    m_search = new VSearchLineEdit(toolBar);
-    m_search->setObjectName(QStringLiteral("searchLineEdit"));
-    m_search->setToolTip(tr("Press Return to show only the rows that contain the text"));
-    m_search->setMaximumWidth(320);
-    toolBar->addWidget(m_search);
-    connect(m_search, &QLineEdit::returnPressed, this, [this] { applySearch(m_search->text()); });
-    connect(m_search, &VSearchLineEdit::textCleared, this, [this] { applySearch(QString()); });
-
+    // Each view has its own search field; Ctrl+F goes to the one in front.
     auto* findAction = new QAction(tr("Find"), this);
     findAction->setObjectName(QStringLiteral("findAction"));
     findAction->setShortcut(QKeySequence::Find);
-    connect(findAction, &QAction::triggered, m_search, [this] {
-        m_search->setFocus(Qt::ShortcutFocusReason);
-        m_search->selectAll();
+    connect(findAction, &QAction::triggered, this, [this] {
+        const Page* page = currentPage();
+        if (!page || m_stack->currentWidget() != m_tabs)
+            return;
+        page->widget->toolBar()->searchLineEdit->setFocus(Qt::ShortcutFocusReason);
+        page->widget->toolBar()->searchLineEdit->selectAll();
     });
     addAction(findAction);
 }
@@ -363,32 +373,52 @@ void MainWindow::addTablePage(int tableIndex)
     const TableDef& def = tables[tableIndex];
     const QString table = QLatin1String(def.table);
 
-    // Formats in the model itself rather than in a proxy on top: one model layer less for every
-    // cell that a filter or a search reads.
-    auto* model = new FormatModel(this);
+    Page page;
+    page.table = table;
+    QSqlQueryModel* model = nullptr;
+    if (def.source == Source::OrderLines) {
+        page.lines = new OrderLinesModel(this);
+        if (!page.lines->load())
+            LOG_ERROR("Cannot load %s: %s", def.table, qPrintable(page.lines->lastError().text()));
+        model = page.lines;
+    } else {
+        // Formats in the model itself rather than in a proxy on top: one model layer less for every
+        // cell that a filter or a search reads.
+        auto* query = def.source == Source::Orders ? new OrdersModel(this) : new FormatModel(this);
+        query->setQuery(QLatin1String(def.query));
+        if (query->lastError().isValid())
+            LOG_ERROR("Cannot load %s: %s", def.table, qPrintable(query->lastError().text()));
+        // The whole table, before the proxy sees it: one mapping instead of one per fetched batch,
+        // and filters and counts that cover every row.
+        while (query->canFetchMore())
+            query->fetchMore();
+        model = query;
+    }
     model->setObjectName(table + QLatin1String("Model"));
-    model->setQuery(QLatin1String(def.query));
-    if (model->lastError().isValid())
-        LOG_ERROR("Cannot load %s: %s", def.table, qPrintable(model->lastError().text()));
-    // The whole table, before the proxy sees it: one mapping instead of one per fetched batch,
-    // and filters and counts that cover every row.
-    while (model->canFetchMore())
-        model->fetchMore();
     int columns = 0;
     for (const ColumnDef& column : def.columns) {
         if (!column.title)
             break;
         model->setHeaderData(columns, Qt::Horizontal, tr(column.title));
-        model->setColumnFormat(columns++, column.format);
+        if (auto* formatted = qobject_cast<FormatModel*>(model))
+            formatted->setColumnFormat(columns, column.format);
+        else
+            page.lines->setColumnFormat(columns, column.format);
+        ++columns;
     }
 
-    Page page;
-    page.table = table;
-    page.proxy = new ValueSortProxyModel(this);
+    if (auto* orders = qobject_cast<OrdersModel*>(model)) {
+        orders->updateStatusCounts();
+        page.proxy = page.orders = new OrdersProxyModel(this);
+    } else {
+        page.proxy = new ValueSortProxyModel(this);
+    }
     page.proxy->setObjectName(table + QLatin1String("Proxy"));
     page.proxy->setSourceModel(model);
 
-    auto* view = new VTableView(m_tabs);
+    auto* widget = new VTableViewWidget(QLatin1String(def.widgetName), m_tabs);
+    page.widget = widget;
+    auto* view = new VTableView;
     page.view = page.tableView = view;
     // Names the saved column layout ("views/customersView").
     view->setObjectName(table + QLatin1String("View"));
@@ -441,14 +471,132 @@ void MainWindow::addTablePage(int tableIndex)
     // The widths above are the layout of a first run; a saved layout replaces them.
     view->restoreState();
 
-    connect(page.proxy, &QAbstractItemModel::modelReset, this, &MainWindow::updateRowCount);
-    connect(page.proxy, &QAbstractItemModel::layoutChanged, this, &MainWindow::updateRowCount);
-    connect(page.proxy, &QAbstractItemModel::rowsInserted, this, &MainWindow::updateRowCount);
-    connect(page.proxy, &QAbstractItemModel::rowsRemoved, this, &MainWindow::updateRowCount);
+    widget->setView(view);
+    widget->setHeaderText(tr(def.title));
+    // A flat table has nothing to expand or collapse.
+    VCrudToolBar::Options toolBarOptions = VCrudToolBar::NoPdf | VCrudToolBar::NoEmail
+        | VCrudToolBar::NoExpandAll | VCrudToolBar::NoCollapseAll;
+    if (def.source == Source::OrderLines) {
+        setUpOrderLines(page);
+        // Lines belong to an order: they are deleted and edited here, never created.
+        toolBarOptions |= VCrudToolBar::NoNew | VCrudToolBar::NoCopy;
+        widget->setTitleText(tr("Delete or edit lines, then Save or Cancel"));
+    } else {
+        toolBarOptions |= VCrudToolBar::NoNew | VCrudToolBar::NoCopy | VCrudToolBar::NoEdit
+            | VCrudToolBar::NoDelete | VCrudToolBar::NoSubmit | VCrudToolBar::NoRevert;
+        widget->setTitleText(
+            tr("%1 rows from the sample database").arg(QLocale().toString(model->rowCount())));
+    }
+    if (def.source == Source::Orders) {
+        setUpOrders(page);
+        // 30000 orders: searched a moment after the last keystroke, not on every one.
+        toolBarOptions |= VCrudToolBar::SearchAsYouType | VCrudToolBar::DelayedSearch;
+    }
+    widget->toolBar()->setOptions(toolBarOptions);
+    connectSearch(page.widget, m_pages.size());
 
     page.loadTime = timer.elapsed();
-    m_tabs->addTab(view, tr(def.title));
+    m_tabs->addTab(widget, tr(def.title));
     m_pages.append(page);
+}
+
+void MainWindow::connectSearch(VAbstractViewWidget* widget, int pageIndex)
+{
+    // By index: the page list still grows while the pages are built.
+    connect(widget, &VAbstractViewWidget::searchTextEdited, this,
+        [this, pageIndex](int, const QString& text, bool excludeMode) {
+            applySearch(m_pages.at(pageIndex), text, excludeMode);
+        });
+}
+
+void MainWindow::applySearch(const Page& page, const QString& text, bool excludeMode)
+{
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    page.proxy->setSearchString(text, excludeMode);
+    QApplication::restoreOverrideCursor();
+    // The same rows may pass a new search; their highlight bands must still follow the text.
+    page.view->viewport()->update();
+    // A customer may be shown only for one of its orders: open the few that are left to show it.
+    if (page.treeView && !text.isEmpty() && page.proxy->rowCount() <= maxExpandedCustomers)
+        page.treeView->expandAll();
+    LOG_INFO("Search in %s for \"%s\"%s: %d rows", qPrintable(page.table), qPrintable(text),
+        excludeMode ? " (exclude)" : "", page.proxy->rowCount());
+}
+
+void MainWindow::setUpOrders(Page& page)
+{
+    auto* filter = new OrderFilterWidget(page.widget);
+    page.widget->setFilterWidget(filter);
+    OrdersProxyModel* proxy = page.orders;
+    VAbstractViewWidget* widget = page.widget;
+    connect(filter, &VFilterWidget::applyClicked, proxy, [proxy, filter, widget] {
+        proxy->setDateRange(filter->from(), filter->to());
+        proxy->setStatus(filter->status());
+        widget->refreshFilterLabel();
+        LOG_INFO("Order filter applied: %s, %d orders", qPrintable(filter->filterText()), proxy->rowCount());
+    });
+
+    auto* options = new OrderOptionsWidget(page.widget);
+    page.widget->setOptionsWidget(options);
+    connect(options, &VOptionsWidget::optionsChanged, proxy, [proxy, options] {
+        proxy->setShowCancelled(options->showCancelled());
+        LOG_INFO("%s", qPrintable(options->description()));
+    });
+}
+
+void MainWindow::setUpOrderLines(Page& page)
+{
+    OrderLinesModel* model = page.lines;
+    VSortFilterProxyModel* proxy = page.proxy;
+    VAbstractViewWidget* widget = page.widget;
+    // Cells open for editing only through the toolbar's Edit, which honours read-only and rights.
+    page.view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    QAbstractItemView* view = page.view;
+    connect(widget, &VAbstractViewWidget::deleteTriggered, model,
+        [model, proxy, widget, view](int, const QModelIndexList& rows) {
+            QVector<int> sourceRows;
+            sourceRows.reserve(rows.size());
+            for (const QModelIndex& index : rows)
+                sourceRows << proxy->mapToSource(index).row();
+            // From the bottom up, so that the rows still to remove keep their numbers.
+            std::sort(sourceRows.begin(), sourceRows.end(), std::greater<int>());
+            for (int row : qAsConst(sourceRows))
+                model->removeRows(row, 1);
+            // Marking a row changes only its vertical header: repaint the struck-through cells.
+            view->viewport()->update();
+            widget->enableSubmit();
+            LOG_INFO(
+                "%d order lines marked for removal; Save writes them, Cancel keeps them", sourceRows.size());
+        });
+    connect(widget, &VAbstractViewWidget::editTriggered, page.view,
+        [this, view = page.view, proxy](int, const QModelIndex& index) {
+            if (m_readOnly || !index.isValid())
+                return;
+            view->edit(proxy->index(index.row(), OrderLinesModel::QuantityColumn));
+        });
+    connect(model, &QAbstractItemModel::dataChanged, widget, [model, widget] {
+        if (model->isDirty())
+            widget->enableSubmit();
+    });
+    connect(widget, &VAbstractViewWidget::submitTriggered, model, [this, model, widget] {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        const bool ok = model->submitAll();
+        QApplication::restoreOverrideCursor();
+        if (!ok) {
+            LOG_ERROR("Cannot save the order lines: %s", qPrintable(model->lastError().text()));
+            QMessageBox::warning(this, tr("Save Error"),
+                tr("The order lines could not be saved:\n%1").arg(model->lastError().text()));
+            return;
+        }
+        widget->toolBar()->disableSubmit();
+        LOG_INFO("Order lines saved: %d rows", model->rowCount());
+    });
+    connect(widget, &VAbstractViewWidget::revertTriggered, model, [model, widget, view] {
+        model->revertAll();
+        view->viewport()->update();
+        widget->toolBar()->disableSubmit();
+        LOG_INFO("Order line changes cancelled");
+    });
 }
 
 void MainWindow::addCustomerTreePage()
@@ -469,7 +617,9 @@ void MainWindow::addCustomerTreePage()
     // Set once the tree is complete: one mapping instead of an update per appended row.
     page.proxy->setSourceModel(model);
 
-    auto* view = new VHtmlTreeView(m_tabs);
+    auto* widget = new VTreeViewWidget(QStringLiteral("CustomersOrders"), m_tabs);
+    page.widget = widget;
+    auto* view = new VHtmlTreeView;
     page.view = page.treeView = view;
     view->setObjectName(QStringLiteral("customersOrdersView"));
     view->setModel(page.proxy);
@@ -485,19 +635,21 @@ void MainWindow::addCustomerTreePage()
     for (int row = 0; row < 3 && row < page.proxy->rowCount(); ++row)
         view->expand(page.proxy->index(row, 0));
 
-    connect(view, &VHtmlTreeView::linkHovered, statusBar(),
-        [this](const QString& link) { statusBar()->showMessage(link); });
-    connect(view, &VHtmlTreeView::linkUnhovered, statusBar(), &QStatusBar::clearMessage);
+    widget->setView(view);
+    widget->setHeaderText(tr("Customers && Orders"));
+    widget->setTitleText(tr("Hover a link to see where it leads"));
+    widget->toolBar()->setOptions(VCrudToolBar::NoNew | VCrudToolBar::NoCopy | VCrudToolBar::NoEdit
+        | VCrudToolBar::NoDelete | VCrudToolBar::NoSubmit | VCrudToolBar::NoRevert | VCrudToolBar::NoPdf
+        | VCrudToolBar::NoEmail | VCrudToolBar::NoCsv);
+    connectSearch(page.widget, m_pages.size());
+
     // The demo opens no browser or mail program; it only tells where the link leads.
     connect(view, &VTreeView::linkClicked, statusBar(), [this](const QUrl& url) {
         statusBar()->showMessage(tr("Link clicked: %1").arg(url.toDisplayString()), 10000);
     });
 
-    connect(page.proxy, &QAbstractItemModel::modelReset, this, &MainWindow::updateRowCount);
-    connect(page.proxy, &QAbstractItemModel::layoutChanged, this, &MainWindow::updateRowCount);
-
     page.loadTime = timer.elapsed();
-    m_tabs->addTab(view, tr("Customers && Orders"));
+    m_tabs->addTab(widget, tr("Customers && Orders"));
     m_pages.append(page);
 }
 
@@ -521,33 +673,72 @@ const MainWindow::Page* MainWindow::currentPage() const
 
 void MainWindow::search(const QString& text)
 {
-    m_search->setText(text);
-    applySearch(text);
-}
-
-void MainWindow::applySearch(const QString& text)
-{
     const Page* page = currentPage();
     if (!page)
         return;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    page->proxy->setSearchString(text);
-    QApplication::restoreOverrideCursor();
-    // The same rows may pass a new search; their highlight bands must still follow the text.
-    page->view->viewport()->update();
-    // A customer may be shown only for one of its orders: open the few that are left to show it.
-    if (page->treeView && !text.isEmpty() && page->proxy->rowCount() <= maxExpandedCustomers)
-        page->treeView->expandAll();
-    updateRowCount();
+    // As if typed and confirmed: the field shows the text, the proxy filters by it.
+    VCrudToolBar* bar = page->widget->toolBar();
+    bar->searchLineEdit->setText(text);
+    applySearch(*page, text, bar->excludeCheckBox->isChecked());
+}
+
+void MainWindow::setReadOnly(bool readOnly)
+{
+    m_readOnly = readOnly;
+    for (const Page& page : qAsConst(m_pages))
+        page.widget->setReadOnly(readOnly);
+    for (const Page& page : qAsConst(m_pages)) {
+        if (page.lines && readOnly)
+            page.widget->setTitleText(tr("Read only: order lines can be viewed, not changed"));
+    }
+    if (readOnly)
+        LOG_INFO("Started read-only: nothing can be created, copied, edited or deleted");
+}
+
+void MainWindow::withholdRecordActions()
+{
+    static const char* const suffixes[] = { "_New", "_Copy", "_Edit", "_Delete", "_Save", "_Cancel" };
+    for (const Page& page : qAsConst(m_pages)) {
+        const QString prefix = page.widget->objectName() + QLatin1String("_ToolBar");
+        for (const char* suffix : suffixes) {
+            if (auto* action = page.widget->findChild<VAuthAction*>(prefix + QLatin1String(suffix)))
+                action->authorized = false;
+            else
+                LOG_WARNING("No toolbar action %s%s", qPrintable(prefix), suffix);
+        }
+        // setOptions() acts only on a changed word, and it is where the rights are applied:
+        // step away from the current word and back.
+        VCrudToolBar* bar = page.widget->toolBar();
+        const VCrudToolBar::Options options = bar->options;
+        bar->setOptions(options ^ VCrudToolBar::NoRefresh);
+        bar->setOptions(options);
+        page.widget->refreshToolBar();
+        if (page.lines)
+            page.widget->setTitleText(tr("Viewing only: this user may not change order lines"));
+    }
+    LOG_INFO("Signed in as viewer: the record actions are withheld");
+}
+
+void MainWindow::showPanels()
+{
+    for (const Page& page : qAsConst(m_pages)) {
+        const std::pair<const char*, QWidget*> panels[] = {
+            { "showFilterAction", page.widget->findChild<VFilterWidget*>() },
+            { "showOptionsAction", page.widget->findChild<VOptionsWidget*>(QStringLiteral("orderOptions")) }
+        };
+        for (const auto& panel : panels) {
+            auto* action = page.widget->findChild<QAction*>(QLatin1String(panel.first));
+            // The action toggles: only a closed panel is opened.
+            if (panel.second && action && !panel.second->isVisibleTo(page.widget))
+                action->trigger();
+        }
+    }
 }
 
 void MainWindow::onCurrentTabChanged()
 {
-    // Each tab keeps its own search; the field shows the one of the tab in front.
     const Page* page = currentPage();
-    m_search->setText(page ? page->proxy->searchString() : QString());
     m_exportAction->setEnabled(page && page->tableView);
-    updateRowCount();
     if (page)
         LOG_INFO("Showing the %s tab", qPrintable(page->table));
 }
@@ -583,14 +774,4 @@ void MainWindow::exportCsv()
         tr("Exported %1 rows to %2")
             .arg(QLocale().toString(page->proxy->rowCount()), QDir::toNativeSeparators(fileName)),
         10000);
-}
-
-void MainWindow::updateRowCount()
-{
-    const Page* page = currentPage();
-    const int rows = currentRowCount();
-    if (page && page->treeView)
-        m_rowCount->setText(rows == 1 ? tr("1 customer") : tr("%1 customers").arg(QLocale().toString(rows)));
-    else
-        m_rowCount->setText(rows == 1 ? tr("1 row") : tr("%1 rows").arg(QLocale().toString(rows)));
 }

@@ -10,9 +10,11 @@ class QDockWidget;
 class QLabel;
 class QStackedWidget;
 class QTabWidget;
+class OrderLinesModel;
+class OrdersProxyModel;
+class VAbstractViewWidget;
 class VBurgerMenu;
 class VHtmlTreeView;
-class VSearchLineEdit;
 class VSortFilterProxyModel;
 class VTableView;
 
@@ -45,8 +47,18 @@ public:
      * "order_lines" or "customers_orders" (the tree).
      */
     bool setCurrentTable(const QString& table);
-    /// Searches the current tab for @p text, as if it were typed into the search field with Return.
+    /// Searches the current tab for @p text, as if it were typed into its search field with Return.
     void search(const QString& text);
+    /// Makes every view read-only: nothing can be created, copied, edited or deleted.
+    void setReadOnly(bool readOnly);
+    /**
+     * Withholds the record actions (new, copy, edit, delete, save, cancel) of
+     * every view, as for a user without edit rights: clears their authorized
+     * flags, found by object name, and hides them.
+     */
+    void withholdRecordActions();
+    /// Opens the filter and options panels of the views that have them.
+    void showPanels();
     /// How long each tab took to load, e.g. "customers 12 ms, products 3 ms".
     QString loadTimes() const;
     /// Shows the page @p name ("tables", "widgets" or "about") as the menu would.
@@ -64,6 +76,9 @@ private:
         QAbstractItemView* view = nullptr;
         VTableView* tableView = nullptr; // null for the tree
         VHtmlTreeView* treeView = nullptr; // null for the tables
+        VAbstractViewWidget* widget = nullptr;
+        OrdersProxyModel* orders = nullptr; // the orders' proxy, else null
+        OrderLinesModel* lines = nullptr; // the editable order lines, else null
         qint64 loadTime = 0;
     };
 
@@ -74,19 +89,20 @@ private:
     void addTablePage(int tableIndex);
     void addCustomerTreePage();
     const Page* currentPage() const;
-    void applySearch(const QString& text);
+    void connectSearch(VAbstractViewWidget* widget, int pageIndex);
+    void applySearch(const Page& page, const QString& text, bool excludeMode);
+    void setUpOrders(Page& page);
+    void setUpOrderLines(Page& page);
     void onCurrentTabChanged();
     void exportCsv();
-    void updateRowCount();
     void saveViewStates();
 
     VBurgerMenu* m_menu;
     QStackedWidget* m_stack;
     QDockWidget* m_logDock;
     QTabWidget* m_tabs;
-    VSearchLineEdit* m_search;
     QAction* m_exportAction;
-    QLabel* m_rowCount;
+    bool m_readOnly = false;
     QVector<Page> m_pages;
 };
 
