@@ -685,9 +685,8 @@ void MainWindow::search(const QString& text)
 void MainWindow::setReadOnly(bool readOnly)
 {
     m_readOnly = readOnly;
-    for (const Page& page : qAsConst(m_pages))
-        page.widget->setReadOnly(readOnly);
     for (const Page& page : qAsConst(m_pages)) {
+        page.widget->setReadOnly(readOnly);
         if (page.lines && readOnly)
             page.widget->setTitleText(tr("Read only: order lines can be viewed, not changed"));
     }
