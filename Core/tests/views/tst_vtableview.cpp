@@ -1,3 +1,4 @@
+#include "viewtesthelpers.h"
 #include "vtestlogcapture.h"
 #include "vtestsettings.h"
 
@@ -21,10 +22,6 @@
 #include <QtTest>
 
 namespace {
-const int s_cursorRole = Qt::UserRole + 6;
-const int s_linkRole = Qt::UserRole + 7;
-const int s_linkFlagsRole = Qt::UserRole + 8;
-
 // key, name, city, paid, amount
 QStandardItemModel* makeModel(QObject* parent)
 {
@@ -83,33 +80,9 @@ struct MessageBoxCatcher {
     }
 };
 
-// QTest::mouseMove only moves the cursor in Qt 5; views need the event itself.
-void moveMouse(QWidget* widget, const QPoint& pos)
-{
-    QMouseEvent event(
-        QEvent::MouseMove, pos, widget->mapToGlobal(pos), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(widget, &event);
-}
-
-QStringList menuTexts(const QMenu* menu)
-{
-    QStringList texts;
-    for (const QAction* a : menu->actions())
-        texts << (a->isSeparator() ? QStringLiteral("--") : a->text());
-    return texts;
-}
-
-class SubmitCountingModel : public QStandardItemModel {
-public:
-    using QStandardItemModel::QStandardItemModel;
-    int submits = 0;
-    bool submit() override
-    {
-        ++submits;
-        return true;
-    }
-};
 } // namespace
+
+using namespace ViewTest;
 
 class TestVTableView : public QObject {
     Q_OBJECT
@@ -417,20 +390,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists("/nonexistent-folder/x.csv"));
     }
 
-    void links_data()
-    {
-        QTest::addColumn<QString>("link");
-        QTest::addColumn<int>("flags");
-        QTest::addColumn<QString>("emitted");
-
-        QTest::newRow("plain link") << "https://example.org/orders?id=10" << 0
-                                    << "https://example.org/orders?id=10";
-        QTest::newRow("other flag bits") << "mailto:anna@example.org" << 4 << "mailto:anna@example.org";
-        QTest::newRow("flag bit 0") << "https://example.org" << 1 << QString();
-        QTest::newRow("flag bit 1") << "https://example.org" << 2 << QString();
-        QTest::newRow("no link") << QString() << 0 << QString();
-        QTest::newRow("invalid") << "http://exa mple.org:99999999" << 0 << QString();
-    }
+    void links_data() { addLinkRows(); }
 
     void links()
     {
@@ -439,8 +399,8 @@ private Q_SLOTS:
         QFETCH(QString, emitted);
 
         Fixture f;
-        f.source->item(1, 1)->setData(link, s_linkRole);
-        f.source->item(1, 1)->setData(flags, s_linkFlagsRole);
+        f.source->item(1, 1)->setData(link, linkRole);
+        f.source->item(1, 1)->setData(flags, linkFlagsRole);
         f.view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&f.view));
         QSignalSpy spy(&f.view, &VTableView::linkClicked);
@@ -467,7 +427,7 @@ private Q_SLOTS:
     void linkCursor()
     {
         Fixture f;
-        f.source->item(2, 1)->setData(int(Qt::PointingHandCursor), s_cursorRole);
+        f.source->item(2, 1)->setData(int(Qt::PointingHandCursor), cursorRole);
         f.view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&f.view));
         const QPoint linkCell = f.view.visualRect(f.proxy.index(2, 1)).center();
@@ -479,7 +439,7 @@ private Q_SLOTS:
         moveMouse(f.view.viewport(), linkCell);
         QCOMPARE(f.view.cursor().shape(), Qt::PointingHandCursor);
         // Moving within the same cell does not read the model again.
-        f.source->item(2, 1)->setData(int(Qt::WaitCursor), s_cursorRole);
+        f.source->item(2, 1)->setData(int(Qt::WaitCursor), cursorRole);
         moveMouse(f.view.viewport(), linkCell + QPoint(2, 0));
         QCOMPARE(f.view.cursor().shape(), Qt::PointingHandCursor);
 
