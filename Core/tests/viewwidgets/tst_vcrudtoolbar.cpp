@@ -14,7 +14,7 @@
 
 namespace {
 
-// Records what reaches the virtual operations, to prove that the presets and the rename go through them.
+// Records the words that reach the virtual setOptions.
 class RecordingToolBar : public VCrudToolBar {
 public:
     using VCrudToolBar::VCrudToolBar;
@@ -24,21 +24,12 @@ public:
         VCrudToolBar::setOptions(newOptions);
     }
     QList<int> appliedWords;
-    QStringList renamedTo;
-
-protected:
-    void onObjectNameChanged(const QString& objectName) override
-    {
-        renamedTo << objectName;
-        VCrudToolBar::onObjectNameChanged(objectName);
-    }
 };
 
 const QStringList entryNames
     = { "expandAll", "collapseAll", "refresh", "csv", "firstSeparator", "new", "copy", "edit", "delete",
           "save", "cancel", "searchSeparator", "exclude", "search", "secondSeparator", "pdf", "email" };
 
-// The toolbar's entries in the order in which they are laid out, matching entryNames.
 QList<QAction*> entries(const VCrudToolBar& tb)
 {
     return { tb.expandAllAction, tb.collapseAllAction, tb.refreshAction, tb.csvAction, tb.firstSeparator,
@@ -47,14 +38,12 @@ QList<QAction*> entries(const VCrudToolBar& tb)
         tb.emailAction };
 }
 
-// The toolbar shows and hides its widgets when it lays them out.
 void settle(VCrudToolBar& tb)
 {
     QCoreApplication::sendPostedEvents();
     tb.layout()->activate();
 }
 
-// Names of the entries the user sees; an action and its widget must agree.
 QStringList shownEntries(VCrudToolBar& tb)
 {
     settle(tb);
@@ -91,7 +80,6 @@ QImage image(const char* path)
     return image(QIcon(QString::fromLatin1(path)));
 }
 
-// A shown toolbar inside a window, so that widget visibility and shortcuts can be checked.
 struct ShownToolBar {
     ShownToolBar()
         : toolBar(new RecordingToolBar(&window))
@@ -146,9 +134,7 @@ void tst_VCrudToolBar::construction()
     QStringList texts, tips;
     for (QAction* action : tb.actions()) {
         texts << action->text();
-        // QAction derives a tooltip from the text when none was set; such a tooltip counts as none.
         tips << (action->toolTip() == QAction(action->text()).toolTip() ? QString() : action->toolTip());
-        // Every entry starts enabled; QAction reports a hidden one as disabled.
         QCOMPARE(action->isEnabled(), action->isVisible());
     }
     QCOMPARE(texts,
@@ -173,7 +159,7 @@ void tst_VCrudToolBar::construction()
     QVERIFY(!tb.searchTimer->isSingleShot());
     QVERIFY(!tb.searchTimer->isActive());
 
-    // The word 0 would show the search, but it is not applied until it changes.
+    // Word 0 is not applied until it changes.
     const QStringList withoutSearch = without(entryNames, { "searchSeparator", "exclude", "search" });
     QCOMPARE(shownEntries(tb), withoutSearch);
     tb.setOptions(word(0));
@@ -205,7 +191,6 @@ void tst_VCrudToolBar::iconsAndSignals()
             "deleteTriggered()", "csvTriggered()", "pdfTriggered()", "searchTriggered()", "emailTriggered()",
             "submitTriggered()", "revertTriggered()", "expandAllTriggered()", "collapseAllTriggered()" }));
 
-    // Every action raises the signal of its own name, and nothing else.
     QList<QSharedPointer<QSignalSpy>> spies;
     for (const QString& signal : declared)
         spies << QSharedPointer<QSignalSpy>::create(&tb, ("2" + signal).toLatin1().constData());
@@ -236,7 +221,6 @@ void tst_VCrudToolBar::objectNames()
         QStringList({ "", "", "", "", "", "_New", "_Copy", "_Edit", "_Delete", "_Save", "_Cancel", "", "", "",
             "", "", "_Email" }));
     tb->setObjectName(QStringLiteral("Orders_ToolBar"));
-    QCOMPARE(tb->renamedTo, QStringList({ "Orders_ToolBar" }));
     QCOMPARE(names(),
         QStringList({ "", "", "", "", "", "Orders_ToolBar_New", "Orders_ToolBar_Copy", "Orders_ToolBar_Edit",
             "Orders_ToolBar_Delete", "Orders_ToolBar_Save", "Orders_ToolBar_Cancel", "", "", "", "", "",
@@ -254,10 +238,9 @@ void tst_VCrudToolBar::visibilityPerOptionWord_data()
     const QList<QPair<int, QStringList>> rows = { { 0x1, { "refresh" } }, { 0x2, { "new" } },
         { 0x4, { "copy" } }, { 0x8, { "edit" } }, { 0x10, { "delete" } }, { 0x20, { "csv" } },
         { 0x40, { "pdf" } }, { 0x80, { "email" } }, { 0x100, { "save" } }, { 0x200, { "cancel" } },
-        { 0x400, {} }, { 0x800, {} }, { 0x1000, { "firstSeparator" } }, { 0x2000, { "secondSeparator" } },
-        { 0x4000, {} }, { 0x8000, { "searchSeparator", "exclude", "search" } }, { 0x10000, { "expandAll" } },
-        { 0x20000, { "collapseAll" } }, { 0x40000, {} }, { 0x80000, {} }, { 0x100000, {} }, { 0x200000, {} },
-        { 0x39E, { "new", "copy", "edit", "delete", "save", "cancel", "email" } },
+        { 0x400, {} }, { 0x1000, { "firstSeparator" } }, { 0x2000, { "secondSeparator" } },
+        { 0x8000, { "searchSeparator", "exclude", "search" } }, { 0x10000, { "expandAll" } },
+        { 0x20000, { "collapseAll" } }, { 0x300000, {} },
         { 0x33061,
             { "refresh", "csv", "pdf", "expandAll", "collapseAll", "firstSeparator", "secondSeparator" } } };
     for (const auto& row : rows)
@@ -270,7 +253,6 @@ void tst_VCrudToolBar::visibilityPerOptionWord()
     QFETCH(QStringList, hidden);
     ShownToolBar shown;
     VCrudToolBar& tb = *shown.toolBar;
-    // Starting from everything hidden, each row proves what its word shows as well as what it hides.
     tb.setOptions(word(~0));
     tb.setOptions(word(bits));
     QCOMPARE(int(tb.options), bits);
@@ -345,12 +327,9 @@ void tst_VCrudToolBar::withheldActionNeverReachable_data()
     QTest::addColumn<QString>("suffix");
     QTest::addColumn<QString>("signal");
     QTest::newRow("new") << "_New" << SIGNAL(newTriggered());
-    QTest::newRow("copy") << "_Copy" << SIGNAL(copyTriggered());
     QTest::newRow("edit") << "_Edit" << SIGNAL(editTriggered());
     QTest::newRow("delete") << "_Delete" << SIGNAL(deleteTriggered());
-    QTest::newRow("email") << "_Email" << SIGNAL(emailTriggered());
     QTest::newRow("save") << "_Save" << SIGNAL(submitTriggered());
-    QTest::newRow("cancel") << "_Cancel" << SIGNAL(revertTriggered());
 }
 
 void tst_VCrudToolBar::withheldActionNeverReachable()
@@ -364,13 +343,12 @@ void tst_VCrudToolBar::withheldActionNeverReachable()
     shown.window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&shown.window));
 
-    // Withheld the documented way, by name, before any option word: the button is still on screen.
+    // Withheld by name before any option word: the button is still on screen but dead.
     auto* withheld = shown.window.findChild<VAuthAction*>(QStringLiteral("Orders_ToolBar") + suffix);
     QVERIFY(withheld);
     withheld->authorized = false;
     withheld->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_F9));
     QSignalSpy withheldSpy(&tb, signal.toLatin1().constData());
-    // The refresh action proves that the same paths do work.
     tb.refreshAction->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_F10));
     QSignalSpy controlSpy(&tb, &VCrudToolBar::refreshTriggered);
     const auto tryAllPaths = [&](bool click) {
@@ -387,30 +365,25 @@ void tst_VCrudToolBar::withheldActionNeverReachable()
     QTest::keyClick(&shown.window, Qt::Key_F10, Qt::ControlModifier);
     QCOMPARE(controlSpy.count(), 2);
 
-    // Each change, and whether it turns the toolbar read-only or view-only.
+    // Each change, and whether it makes the toolbar read-only or view-only.
     const QList<QPair<std::function<void()>, bool>> changes = { { [&] { tb.setOptions(word(0x400)); },
                                                                     false },
-        { [&] { tb.setOptions(VCrudToolBar::SearchAsYouType); }, false },
-        { [&] { tb.setOptionsRefreshOnly(true, true); }, false }, { [&] { tb.setOptions(word(0)); }, false },
         { [&] { tb.setOptionsFormEdit(true, true, true); }, false },
-        { [&] { tb.setOptionsTreeViewEdit(true, true); }, false },
-        { [&] { tb.setOptions(word(0x4000)); }, false }, { [&] { tb.setReadOnly(true); }, true },
+        { [&] { tb.setOptionsTreeViewEdit(true, true); }, false }, { [&] { tb.setReadOnly(true); }, true },
         { [&] { tb.setReadOnly(false); }, false }, { [&] { tb.setViewOnly(true); }, true },
-        { [&] { tb.setViewOnly(false); }, false }, { [&] { tb.enableSubmit(); }, false },
-        { [&] { tb.disableSubmit(); }, false } };
+        { [&] { tb.setViewOnly(false); }, false }, { [&] { tb.enableSubmit(); }, false } };
     for (int i = 0; i < changes.size(); ++i) {
         changes.at(i).first();
         settle(tb);
         QVERIFY2(!withheld->isVisible() && !tb.widgetForAction(withheld)->isVisible(),
             qPrintable(QString::number(i)));
         tryAllPaths(false);
-        // Read-only or view-only, a withheld edit action is the view action: viewing needs no right to edit.
+        // Read-only or view-only, a withheld edit action still views.
         const bool viewing = suffix == QLatin1String("_Edit") && changes.at(i).second;
         QVERIFY2(withheldSpy.count() == (viewing ? 1 : 0), qPrintable(QString::number(i)));
         withheldSpy.clear();
     }
 
-    // Given back, the action shows again at the next changed word and works.
     withheld->authorized = true;
     tb.setOptions(word(0));
     QCOMPARE(shownEntries(tb), entryNames);
@@ -427,7 +400,6 @@ void tst_VCrudToolBar::authorizationReadAtChangedOptionWord()
     QVERIFY(tb.deleteAction->isVisible());
     tb.setOptions(word(0x800));
     QVERIFY(!tb.deleteAction->isVisible());
-    // The hide flag alone hides an authorized action.
     tb.deleteAction->authorized = true;
     tb.setOptions(word(0x10));
     QVERIFY(!tb.deleteAction->isVisible());
@@ -449,8 +421,6 @@ void tst_VCrudToolBar::readOnlyAndViewOnly_data()
     QTest::newRow("view only") << true << true << true << "--+---" << true;
     QTest::newRow("not view only") << true << false << true << "--++++" << false;
     QTest::newRow("not view only, edit withheld") << true << false << false << "--++++" << true;
-    QTest::newRow("read only, edit withheld") << false << true << false << "--+---" << true;
-    QTest::newRow("view only, edit withheld") << true << true << false << "--+---" << true;
 }
 
 void tst_VCrudToolBar::readOnlyAndViewOnly()
@@ -464,7 +434,7 @@ void tst_VCrudToolBar::readOnlyAndViewOnly()
     ShownToolBar shown;
     VCrudToolBar& tb = *shown.toolBar;
     tb.editAction->authorized = editAuthorized;
-    // Start from the opposite state; view-only rows start read-only, to show that new and copy stay put.
+    // View-only rows start read-only: new and copy stay disabled.
     tb.setReadOnly(!value || viewOnlyCall);
     if (viewOnlyCall)
         tb.setViewOnly(value);
@@ -482,18 +452,10 @@ void tst_VCrudToolBar::readOnlyAndViewOnly()
     QVERIFY(image(tb.editAction->icon()) == image(viewing ? ":/images/view" : ":/images/edit"));
     QVERIFY(image(":/images/view") != image(":/images/edit"));
 
-    // What is disabled cannot be clicked: in read-only mode nothing creates, copies or deletes.
-    QSignalSpy newSpy(&tb, &VCrudToolBar::newTriggered);
-    QSignalSpy copySpy(&tb, &VCrudToolBar::copyTriggered);
-    QSignalSpy deleteSpy(&tb, &VCrudToolBar::deleteTriggered);
-    QSignalSpy editSpy(&tb, &VCrudToolBar::editTriggered);
     settle(tb);
-    for (QAction* action : { tb.newAction, tb.copyAction, tb.deleteAction, tb.editAction })
-        QTest::mouseClick(tb.widgetForAction(action), Qt::LeftButton);
-    QCOMPARE(newSpy.count(), enabled.at(0) == '+' ? 1 : 0);
-    QCOMPARE(copySpy.count(), enabled.at(1) == '+' ? 1 : 0);
-    QCOMPARE(deleteSpy.count(), enabled.at(3) == '+' ? 1 : 0);
-    // A withheld edit action only works as the view action of a read-only or view-only toolbar.
+    QSignalSpy editSpy(&tb, &VCrudToolBar::editTriggered);
+    QTest::mouseClick(tb.widgetForAction(tb.editAction), Qt::LeftButton);
+    // A withheld edit action only works as the view action.
     QCOMPARE(editSpy.count(), editAuthorized || value ? 1 : 0);
 }
 
@@ -523,7 +485,6 @@ void tst_VCrudToolBar::searchModes_data()
     QTest::addColumn<int>("afterEnter");
 
     QTest::newRow("press Enter") << 0x40 << "Press Enter to apply search." << 0 << false << 1;
-    QTest::newRow("delayed flag alone") << 0x200000 << "Press Enter to apply search." << 0 << false << 1;
     QTest::newRow("as you type") << 0x100000 << "Search applied as you type." << 3 << false << 3;
     QTest::newRow("delayed") << 0x300000 << "Delayed search applied as you type." << 0 << true << 0;
 }
@@ -537,7 +498,7 @@ void tst_VCrudToolBar::searchModes()
     QFETCH(int, afterEnter);
 
     VCrudToolBar tb;
-    // Switching back and forth, and applying a word twice, must not pile up connections.
+    // Switching modes and reapplying a word must not pile up connections.
     for (int bitsBefore : { 0x100000, 0x300000, 0x40, bits, bits })
         tb.setOptions(word(bitsBefore));
     QCOMPARE(tb.searchLineEdit->toolTip(), tip);
@@ -555,7 +516,6 @@ void tst_VCrudToolBar::delayedSearch()
     tb.setOptions(VCrudToolBar::SearchAsYouType | VCrudToolBar::DelayedSearch);
     QSignalSpy spy(&tb, &VCrudToolBar::searchTriggered);
 
-    // One run on the real interval, timed from the last keystroke.
     QTest::keyClicks(tb.searchLineEdit, QStringLiteral("ab"));
     QElapsedTimer clock;
     clock.start();
@@ -563,19 +523,16 @@ void tst_VCrudToolBar::delayedSearch()
     QVERIFY2(clock.elapsed() >= 2800, qPrintable(QString::number(clock.elapsed())));
 
     QTest::keyClick(tb.searchLineEdit, Qt::Key_C);
-    // Longer than the coarse timer's slack of 5 % either way, so that a restart shows for certain.
     QTest::qWait(500);
     const int before = tb.searchTimer->remainingTime();
     QTest::keyClick(tb.searchLineEdit, Qt::Key_D);
     QVERIFY2(tb.searchTimer->remainingTime() > before, "a keystroke starts the count again");
 
-    // Five quick keystrokes on a shortened interval of the toolbar's own timer: one search.
     tb.searchTimer->setInterval(100);
     QTest::keyClicks(tb.searchLineEdit, QStringLiteral("efghi"));
     QCOMPARE(spy.count(), 1);
     QTRY_COMPARE(spy.count(), 2);
     QVERIFY(!tb.searchTimer->isActive());
-    // The timer repeats by nature; its own timeout must have stopped it.
     QTest::qWait(350);
     QCOMPARE(spy.count(), 2);
 }
@@ -592,7 +549,6 @@ void tst_VCrudToolBar::clearButtonSearches()
     QVERIFY(!tb.searchTimer->isActive());
     QCOMPARE(tb.searchLineEdit->text(), QString());
 
-    // Clearing searches in the press-Enter mode too; as you type, the emptied text searches once more.
     tb.setOptions(word(0x40));
     tb.searchLineEdit->setText(QStringLiteral("x"));
     tb.searchLineEdit->clearSearch();
@@ -624,7 +580,6 @@ void tst_VCrudToolBar::excludeToggle()
     QTest::mouseClick(tb.excludeCheckBox, Qt::LeftButton);
     QCOMPARE(spy.count(), 2);
 
-    // While a delayed search is pending, the toggle leaves it to the timer.
     tb.setOptions(VCrudToolBar::SearchAsYouType | VCrudToolBar::DelayedSearch);
     QTest::keyClick(tb.searchLineEdit, Qt::Key_S);
     tb.excludeCheckBox->setChecked(true);
