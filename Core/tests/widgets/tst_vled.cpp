@@ -1,5 +1,4 @@
 #include <QElapsedTimer>
-#include <QMetaProperty>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -28,7 +27,6 @@ class tst_VLed : public QObject {
 
 private slots:
     void constructors();
-    void properties();
     void setters();
     void sizeHints_data();
     void sizeHints();
@@ -65,6 +63,9 @@ void tst_VLed::constructors()
     QCOMPARE(green.shape(), VLed::RectangularRaised);
     QCOMPARE(green.sizePolicy(), QWidget().sizePolicy());
     QVERIFY(!green.sizePolicy().hasHeightForWidth());
+    // Designer writes the shape by its key.
+    QVERIFY(green.setProperty("shape", QStringLiteral("RectangularPlain")));
+    QCOMPARE(green.shape(), VLed::RectangularPlain);
 
     VTestLogCapture log;
     VLed invalid(QColor(), VLed::Shape(7));
@@ -72,20 +73,6 @@ void tst_VLed::constructors()
     QCOMPARE(invalid.shape(), VLed::Circular);
     QVERIFY(invalid.isChecked());
     QCOMPARE(log.messages(Logger::Warning).size(), 2);
-}
-
-void tst_VLed::properties()
-{
-    VLed led;
-    const QMetaObject* meta = led.metaObject();
-    for (const char* name : { "color", "checked", "shape", "frameWidth", "animated", "period" }) {
-        const QMetaProperty property = meta->property(meta->indexOfProperty(name));
-        QVERIFY2(property.isValid(), name);
-        QVERIFY(property.isWritable() && property.isDesignable());
-    }
-    // Designer writes the shape by its key.
-    QVERIFY(led.setProperty("shape", QStringLiteral("RectangularPlain")));
-    QCOMPARE(led.shape(), VLed::RectangularPlain);
 }
 
 void tst_VLed::setters()
