@@ -67,219 +67,7 @@ void recordWarnings(QtMsgType type, const QMessageLogContext&, const QString& me
     if (type != QtDebugMsg && type != QtInfoMsg)
         s_qtWarnings << message;
 }
-} // namespace
 
-class tst_VHighLightItemDelegate : public QObject {
-    Q_OBJECT
-
-private slots:
-    void bandsEveryMatch_data();
-    void bandsEveryMatch();
-    void emptySearchPaintsLikeBaseDelegate();
-    void badPatternsDrawNoBand_data();
-    void badPatternsDrawNoBand();
-    void filterStringPerModel();
-    void setFilterStringRepaintsOnChangeOnly();
-
-private:
-    VTestSettings m_settings;
-};
-
-void tst_VHighLightItemDelegate::bandsEveryMatch_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("pattern");
-    QTest::addColumn<bool>("alignRight");
-    // Expected matches as (start, length) in the text.
-    QTest::addColumn<QList<QPoint>>("matches");
-
-    QTest::newRow("one") << "Berlin"
-                         << "rli" << false << QList<QPoint> { { 2, 3 } };
-    QTest::newRow("every occurrence, any case")
-        << "Hamburg hamburger HAM"
-        << "hAm" << false << QList<QPoint> { { 0, 3 }, { 8, 3 }, { 18, 3 } };
-    QTest::newRow("right aligned") << "Hamburg, HAM"
-                                   << "ham" << true << QList<QPoint> { { 0, 3 }, { 9, 3 } };
-    QTest::newRow("pattern, not escaped") << "Hamburg Bamberg"
-                                          << "b.rg" << false << QList<QPoint> { { 3, 4 }, { 11, 4 } };
-    QTest::newRow("no match") << "Berlin"
-                              << "köln" << false << QList<QPoint> {};
-    // A match of the whole text counts; the empty match after it ends the search.
-    QTest::newRow("star after a match") << "xxa"
-                                        << "x*" << false << QList<QPoint> { { 0, 2 } };
-    QTest::newRow("star at once empty") << "axx"
-                                        << "x*" << false << QList<QPoint> {};
-    // Past the cell's width: the second-to-last match is cut at the edge, the last one not drawn.
-    // Measured from the right, the first matches lie left of the cell and are cut at its left edge.
-    QTest::newRow("right aligned, wider than the cell")
-        << "abc abc abc abc abc abc abc abc abc abc abc abc abc abc"
-        << "ABC" << true
-        << QList<QPoint> { { 0, 3 }, { 4, 3 }, { 8, 3 }, { 12, 3 }, { 16, 3 }, { 20, 3 }, { 24, 3 },
-               { 28, 3 }, { 32, 3 }, { 36, 3 }, { 40, 3 }, { 44, 3 }, { 48, 3 }, { 52, 3 } };
-    QTest::newRow("clipped and beyond")
-        << "abc abc abc abc abc abc abc abc abc abc abc abc abc abc"
-        << "ABC" << false
-        << QList<QPoint> { { 0, 3 }, { 4, 3 }, { 8, 3 }, { 12, 3 }, { 16, 3 }, { 20, 3 }, { 24, 3 },
-               { 28, 3 }, { 32, 3 }, { 36, 3 }, { 40, 3 }, { 44, 3 }, { 48, 3 }, { 52, 3 } };
-}
-
-void tst_VHighLightItemDelegate::bandsEveryMatch()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, pattern);
-    QFETCH(bool, alignRight);
-    QFETCH(QList<QPoint>, matches);
-
-    QStandardItemModel model(2, 3);
-    model.setItem(0, 0, new QStandardItem(QStringLiteral("plain")));
-    model.setItem(0, 1, new QStandardItem(text));
-    model.setItem(0, 2, new QStandardItem(QStringLiteral("plain")));
-    if (alignRight)
-        model.item(0, 1)->setData(int(Qt::AlignRight | Qt::AlignVCenter), Qt::TextAlignmentRole);
-    View view(&model);
-    auto* delegate = new VHighLightItemDelegate(&view);
-    view.setItemDelegate(delegate);
-    delegate->setFilterString(pattern);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-
-    const QRect cell = view.visualRect(model.index(0, 1));
-    const QFontMetrics metrics(view.font());
-    const int margin = view.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &view) + 1;
-    QStringList expected;
-    bool clipped = false;
-    bool dropped = false;
-    bool cutLeft = false;
-    for (const QPoint& match : matches) {
-        const int band = width(metrics, text.mid(match.x(), match.y()));
-        const int x = alignRight
-            ? cell.right() - margin - band - width(metrics, text.mid(match.x() + match.y()))
-            : cell.left() + margin + width(metrics, text.left(match.x()));
-        if (x >= cell.right() || x + band <= cell.left()) {
-            dropped = true;
-            continue;
-        }
-        clipped = clipped || x + band > cell.right();
-        cutLeft = cutLeft || x < cell.left();
-        const int start = qMax(x, cell.left());
-        const int end = qMin(x + band, cell.right()) - 1;
-        // Bands of neighbouring matches may touch; the image shows them as one run.
-        if (!expected.isEmpty() && expected.last().section(QLatin1Char('-'), 1).toInt() + 1 >= x)
-            expected.last()
-                = expected.last().section(QLatin1Char('-'), 0, 0) + QStringLiteral("-%1").arg(end);
-        else
-            expected << QStringLiteral("%1-%2").arg(start).arg(end);
-    }
-    if (QByteArray(QTest::currentDataTag()) == "clipped and beyond")
-        QVERIFY(clipped && dropped);
-    if (QByteArray(QTest::currentDataTag()) == "right aligned, wider than the cell")
-        QVERIFY(cutLeft && dropped);
-
-    const QImage image = view.image();
-    QCOMPARE(bandRuns(image, cell), expected.join(QLatin1Char(',')));
-    // Nothing spills into the neighbouring cells.
-    QCOMPARE(bandRuns(image, view.visualRect(model.index(0, 0))), QString());
-    QCOMPARE(bandRuns(image, view.visualRect(model.index(0, 2))), QString());
-}
-
-void tst_VHighLightItemDelegate::emptySearchPaintsLikeBaseDelegate()
-{
-    QStandardItemModel source(3, 2);
-    for (int row = 0; row < 3; ++row)
-        for (int column = 0; column < 2; ++column)
-            source.setItem(row, column, new QStandardItem(QStringLiteral("Bamberg %1").arg(row)));
-    VSortFilterProxyModel proxy;
-    proxy.setSourceModel(&source);
-    View view(&proxy);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-    const QImage base = view.image();
-
-    auto* delegate = new VHighLightItemDelegate(&view);
-    // The proxy's empty search wins over a stored text.
-    delegate->setFilterString(QStringLiteral("berg"));
-    view.setItemDelegate(delegate);
-    QCOMPARE(view.image(), base);
-
-    proxy.setSearchString(QStringLiteral("BERG"));
-    const QImage searched = view.image();
-    QVERIFY(searched != base);
-    QVERIFY(!bandRuns(searched, view.visualRect(proxy.index(2, 1))).isEmpty());
-
-    proxy.setSearchString(QString());
-    QCOMPARE(view.image(), base);
-}
-
-void tst_VHighLightItemDelegate::badPatternsDrawNoBand_data()
-{
-    QTest::addColumn<QString>("pattern");
-    QTest::newRow("unclosed group") << "(";
-    QTest::newRow("unclosed class") << "[";
-    QTest::newRow("bad repeat") << "*berg";
-    QTest::newRow("empty match everywhere") << "x*";
-    QTest::newRow("anchor") << "^";
-    QTest::newRow("empty alternative first") << "|berg";
-}
-
-void tst_VHighLightItemDelegate::badPatternsDrawNoBand()
-{
-    QFETCH(QString, pattern);
-    QStandardItemModel model(4, 2);
-    for (int row = 0; row < 4; ++row)
-        for (int column = 0; column < 2; ++column)
-            model.setItem(row, column, new QStandardItem(QStringLiteral("Bamberg (%1) [a]").arg(row)));
-    View view(&model);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-    const QImage base = view.image();
-
-    auto* delegate = new VHighLightItemDelegate(&view);
-    view.setItemDelegate(delegate);
-    delegate->setFilterString(pattern);
-    s_qtWarnings.clear();
-    const QtMessageHandler previous = qInstallMessageHandler(recordWarnings);
-    const QImage image = view.image();
-    const QImage again = view.image();
-    qInstallMessageHandler(previous);
-
-    QCOMPARE(image, base);
-    QCOMPARE(again, base);
-    QCOMPARE(s_qtWarnings, QStringList());
-    QCOMPARE(delegate->filterString(&model), pattern);
-}
-
-void tst_VHighLightItemDelegate::filterStringPerModel()
-{
-    VHighLightItemDelegate delegate;
-    QCOMPARE(delegate.filterString(nullptr), QString());
-    delegate.setFilterString(QStringLiteral("stored"));
-
-    QStandardItemModel plain;
-    QCOMPARE(delegate.filterString(&plain), QStringLiteral("stored"));
-    QCOMPARE(delegate.filterString(nullptr), QStringLiteral("stored"));
-
-    VSortFilterProxyModel proxy;
-    proxy.setSourceModel(&plain);
-    QCOMPARE(delegate.filterString(&proxy), QString());
-    proxy.setSearchString(QStringLiteral("Berlin"));
-    QCOMPARE(delegate.filterString(&proxy), QStringLiteral("Berlin"));
-    // An excluding search highlights nothing: the rows shown do not contain the text.
-    proxy.setSearchString(QStringLiteral("Berlin"), true);
-    QCOMPARE(delegate.filterString(&proxy), QString());
-
-    VSortFilterTreeProxyModel treeProxy;
-    treeProxy.setSourceModel(&plain);
-    QCOMPARE(delegate.filterString(&treeProxy), QString());
-    treeProxy.setSearchString(QStringLiteral("Köln"));
-    QCOMPARE(delegate.filterString(&treeProxy), QStringLiteral("Köln"));
-
-    // A plain QSortFilterProxyModel is not a search proxy.
-    QSortFilterProxyModel qtProxy;
-    qtProxy.setSourceModel(&plain);
-    QCOMPARE(delegate.filterString(&qtProxy), QStringLiteral("stored"));
-}
-
-namespace {
 class PaintCounter : public QObject {
 public:
     int paints = 0;
@@ -294,48 +82,244 @@ protected:
 };
 } // namespace
 
-void tst_VHighLightItemDelegate::setFilterStringRepaintsOnChangeOnly()
-{
-    QStandardItemModel model(2, 2);
-    model.setItem(0, 0, new QStandardItem(QStringLiteral("Hamburg")));
-    View view(&model);
-    auto* delegate = new VHighLightItemDelegate(&view);
-    view.setItemDelegate(delegate);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-    QCoreApplication::processEvents();
-    PaintCounter counter;
-    view.viewport()->installEventFilter(&counter);
-    VTestLogCapture log;
+class tst_VHighLightItemDelegate : public QObject {
+    Q_OBJECT
+    VTestSettings m_settings;
 
-    delegate->setFilterString(QStringLiteral("burg"));
-    QTRY_VERIFY(counter.paints > 0);
-    QCOMPARE(log.entries().size(), 1);
-    const VTestLogCapture::Entry entry = log.entries().first();
-    QCOMPARE(entry.level, Logger::Debug);
-    QVERIFY2(entry.message.startsWith(QStringLiteral("Updating view")), qPrintable(entry.message));
-    QVERIFY2(entry.message.contains(QStringLiteral("burg")), qPrintable(entry.message));
-    QCOMPARE(entry.file, QStringLiteral("Core/src/widgets/views/vhighlightitemdelegate.cpp"));
-    QVERIFY2(entry.function.contains(QStringLiteral("VHighLightItemDelegate::setFilterString")),
-        qPrintable(entry.function));
-    // The repaint shows the band without any other prompt.
-    QVERIFY(!bandRuns(view.image(), view.visualRect(model.index(0, 0))).isEmpty());
+private slots:
+    void bandsEveryMatch_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<bool>("alignRight");
+        // Expected matches as (start, length) in the text.
+        QTest::addColumn<QList<QPoint>>("matches");
 
-    QCoreApplication::processEvents();
-    counter.paints = 0;
-    log.clear();
-    delegate->setFilterString(QStringLiteral("burg"));
-    QCoreApplication::processEvents();
-    QCOMPARE(counter.paints, 0);
-    QCOMPARE(log.entries().size(), 0);
+        QTest::newRow("one") << "Berlin"
+                             << "rli" << false << QList<QPoint> { { 2, 3 } };
+        QTest::newRow("every occurrence, any case")
+            << "Hamburg hamburger HAM"
+            << "hAm" << false << QList<QPoint> { { 0, 3 }, { 8, 3 }, { 18, 3 } };
+        QTest::newRow("right aligned") << "Hamburg, HAM"
+                                       << "ham" << true << QList<QPoint> { { 0, 3 }, { 9, 3 } };
+        QTest::newRow("pattern, not escaped") << "Hamburg Bamberg"
+                                              << "b.rg" << false << QList<QPoint> { { 3, 4 }, { 11, 4 } };
+        QTest::newRow("no match") << "Berlin"
+                                  << "köln" << false << QList<QPoint> {};
+        // A match of the whole text counts; the empty match after it ends the search.
+        QTest::newRow("star after a match") << "xxa"
+                                            << "x*" << false << QList<QPoint> { { 0, 2 } };
+        QTest::newRow("star at once empty") << "axx"
+                                            << "x*" << false << QList<QPoint> {};
+        // Past the cell's width: the second-to-last match is cut at the edge, the last one not drawn.
+        // Measured from the right, the first matches lie left of the cell and are cut at its left edge.
+        QList<QPoint> abc;
+        for (int i = 0; i < 14; ++i)
+            abc << QPoint(4 * i, 3);
+        const QString abcText = QStringLiteral("abc ").repeated(14).chopped(1);
+        QTest::newRow("right aligned, wider than the cell") << abcText << "ABC" << true << abc;
+        QTest::newRow("clipped and beyond") << abcText << "ABC" << false << abc;
+    }
 
-    // Without a view for a parent the text is only stored.
-    QObject owner;
-    VHighLightItemDelegate detached(&owner);
-    detached.setFilterString(QStringLiteral("x"));
-    QCOMPARE(detached.filterString(nullptr), QStringLiteral("x"));
-    QCOMPARE(log.entries().size(), 0);
-}
+    void bandsEveryMatch()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, pattern);
+        QFETCH(bool, alignRight);
+        QFETCH(QList<QPoint>, matches);
+
+        QStandardItemModel model(2, 3);
+        model.setItem(0, 0, new QStandardItem(QStringLiteral("plain")));
+        model.setItem(0, 1, new QStandardItem(text));
+        model.setItem(0, 2, new QStandardItem(QStringLiteral("plain")));
+        if (alignRight)
+            model.item(0, 1)->setData(int(Qt::AlignRight | Qt::AlignVCenter), Qt::TextAlignmentRole);
+        View view(&model);
+        auto* delegate = new VHighLightItemDelegate(&view);
+        view.setItemDelegate(delegate);
+        delegate->setFilterString(pattern);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+
+        const QRect cell = view.visualRect(model.index(0, 1));
+        const QFontMetrics metrics(view.font());
+        const int margin = view.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &view) + 1;
+        QStringList expected;
+        bool clipped = false;
+        bool dropped = false;
+        bool cutLeft = false;
+        for (const QPoint& match : matches) {
+            const int band = width(metrics, text.mid(match.x(), match.y()));
+            const int x = alignRight
+                ? cell.right() - margin - band - width(metrics, text.mid(match.x() + match.y()))
+                : cell.left() + margin + width(metrics, text.left(match.x()));
+            if (x >= cell.right() || x + band <= cell.left()) {
+                dropped = true;
+                continue;
+            }
+            clipped = clipped || x + band > cell.right();
+            cutLeft = cutLeft || x < cell.left();
+            const int start = qMax(x, cell.left());
+            const int end = qMin(x + band, cell.right()) - 1;
+            // Bands of neighbouring matches may touch; the image shows them as one run.
+            if (!expected.isEmpty() && expected.last().section(QLatin1Char('-'), 1).toInt() + 1 >= x)
+                expected.last()
+                    = expected.last().section(QLatin1Char('-'), 0, 0) + QStringLiteral("-%1").arg(end);
+            else
+                expected << QStringLiteral("%1-%2").arg(start).arg(end);
+        }
+        if (QByteArray(QTest::currentDataTag()) == "clipped and beyond")
+            QVERIFY(clipped && dropped);
+        if (QByteArray(QTest::currentDataTag()) == "right aligned, wider than the cell")
+            QVERIFY(cutLeft && dropped);
+
+        const QImage image = view.image();
+        QCOMPARE(bandRuns(image, cell), expected.join(QLatin1Char(',')));
+        // Nothing spills into the neighbouring cells.
+        QCOMPARE(bandRuns(image, view.visualRect(model.index(0, 0))), QString());
+        QCOMPARE(bandRuns(image, view.visualRect(model.index(0, 2))), QString());
+    }
+
+    void emptySearchPaintsLikeBaseDelegate()
+    {
+        QStandardItemModel source(3, 2);
+        for (int row = 0; row < 3; ++row)
+            for (int column = 0; column < 2; ++column)
+                source.setItem(row, column, new QStandardItem(QStringLiteral("Bamberg %1").arg(row)));
+        VSortFilterProxyModel proxy;
+        proxy.setSourceModel(&source);
+        View view(&proxy);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        const QImage base = view.image();
+
+        auto* delegate = new VHighLightItemDelegate(&view);
+        // The proxy's empty search wins over a stored text.
+        delegate->setFilterString(QStringLiteral("berg"));
+        view.setItemDelegate(delegate);
+        QCOMPARE(view.image(), base);
+
+        proxy.setSearchString(QStringLiteral("BERG"));
+        const QImage searched = view.image();
+        QVERIFY(searched != base);
+        QVERIFY(!bandRuns(searched, view.visualRect(proxy.index(2, 1))).isEmpty());
+
+        proxy.setSearchString(QString());
+        QCOMPARE(view.image(), base);
+    }
+
+    void badPatternsDrawNoBand_data()
+    {
+        QTest::addColumn<QString>("pattern");
+        QTest::newRow("unclosed group") << "(";
+        QTest::newRow("unclosed class") << "[";
+        QTest::newRow("bad repeat") << "*berg";
+        QTest::newRow("empty match everywhere") << "x*";
+        QTest::newRow("anchor") << "^";
+        QTest::newRow("empty alternative first") << "|berg";
+    }
+
+    void badPatternsDrawNoBand()
+    {
+        QFETCH(QString, pattern);
+        QStandardItemModel model(4, 2);
+        for (int row = 0; row < 4; ++row)
+            for (int column = 0; column < 2; ++column)
+                model.setItem(row, column, new QStandardItem(QStringLiteral("Bamberg (%1) [a]").arg(row)));
+        View view(&model);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        const QImage base = view.image();
+
+        auto* delegate = new VHighLightItemDelegate(&view);
+        view.setItemDelegate(delegate);
+        delegate->setFilterString(pattern);
+        s_qtWarnings.clear();
+        const QtMessageHandler previous = qInstallMessageHandler(recordWarnings);
+        const QImage image = view.image();
+        const QImage again = view.image();
+        qInstallMessageHandler(previous);
+
+        QCOMPARE(image, base);
+        QCOMPARE(again, base);
+        QCOMPARE(s_qtWarnings, QStringList());
+        QCOMPARE(delegate->filterString(&model), pattern);
+    }
+
+    void filterStringPerModel()
+    {
+        VHighLightItemDelegate delegate;
+        QCOMPARE(delegate.filterString(nullptr), QString());
+        delegate.setFilterString(QStringLiteral("stored"));
+
+        QStandardItemModel plain;
+        QCOMPARE(delegate.filterString(&plain), QStringLiteral("stored"));
+        QCOMPARE(delegate.filterString(nullptr), QStringLiteral("stored"));
+
+        VSortFilterProxyModel proxy;
+        proxy.setSourceModel(&plain);
+        QCOMPARE(delegate.filterString(&proxy), QString());
+        proxy.setSearchString(QStringLiteral("Berlin"));
+        QCOMPARE(delegate.filterString(&proxy), QStringLiteral("Berlin"));
+        // An excluding search highlights nothing: the rows shown do not contain the text.
+        proxy.setSearchString(QStringLiteral("Berlin"), true);
+        QCOMPARE(delegate.filterString(&proxy), QString());
+
+        VSortFilterTreeProxyModel treeProxy;
+        treeProxy.setSourceModel(&plain);
+        QCOMPARE(delegate.filterString(&treeProxy), QString());
+        treeProxy.setSearchString(QStringLiteral("Köln"));
+        QCOMPARE(delegate.filterString(&treeProxy), QStringLiteral("Köln"));
+
+        // A plain QSortFilterProxyModel is not a search proxy.
+        QSortFilterProxyModel qtProxy;
+        qtProxy.setSourceModel(&plain);
+        QCOMPARE(delegate.filterString(&qtProxy), QStringLiteral("stored"));
+    }
+
+    void setFilterStringRepaintsOnChangeOnly()
+    {
+        QStandardItemModel model(2, 2);
+        model.setItem(0, 0, new QStandardItem(QStringLiteral("Hamburg")));
+        View view(&model);
+        auto* delegate = new VHighLightItemDelegate(&view);
+        view.setItemDelegate(delegate);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        QCoreApplication::processEvents();
+        PaintCounter counter;
+        view.viewport()->installEventFilter(&counter);
+        VTestLogCapture log;
+
+        delegate->setFilterString(QStringLiteral("burg"));
+        QTRY_VERIFY(counter.paints > 0);
+        QCOMPARE(log.entries().size(), 1);
+        const VTestLogCapture::Entry entry = log.entries().first();
+        QCOMPARE(entry.level, Logger::Debug);
+        QVERIFY2(entry.message.startsWith(QStringLiteral("Updating view")), qPrintable(entry.message));
+        QVERIFY2(entry.message.contains(QStringLiteral("burg")), qPrintable(entry.message));
+        QCOMPARE(entry.file, QStringLiteral("Core/src/widgets/views/vhighlightitemdelegate.cpp"));
+        QVERIFY2(entry.function.contains(QStringLiteral("VHighLightItemDelegate::setFilterString")),
+            qPrintable(entry.function));
+        // The repaint shows the band without any other prompt.
+        QVERIFY(!bandRuns(view.image(), view.visualRect(model.index(0, 0))).isEmpty());
+
+        QCoreApplication::processEvents();
+        counter.paints = 0;
+        log.clear();
+        delegate->setFilterString(QStringLiteral("burg"));
+        QCoreApplication::processEvents();
+        QCOMPARE(counter.paints, 0);
+        QCOMPARE(log.entries().size(), 0);
+
+        // Without a view for a parent the text is only stored.
+        QObject owner;
+        VHighLightItemDelegate detached(&owner);
+        detached.setFilterString(QStringLiteral("x"));
+        QCOMPARE(detached.filterString(nullptr), QStringLiteral("x"));
+        QCOMPARE(log.entries().size(), 0);
+    }
+};
 
 QTEST_MAIN(tst_VHighLightItemDelegate)
 #include "tst_vhighlightitemdelegate.moc"
