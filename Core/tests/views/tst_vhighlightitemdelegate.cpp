@@ -95,30 +95,27 @@ private slots:
         // Expected matches as (start, length) in the text.
         QTest::addColumn<QList<QPoint>>("matches");
 
-        QTest::newRow("one") << "Berlin"
-                             << "rli" << false << QList<QPoint> { { 2, 3 } };
-        QTest::newRow("every occurrence, any case")
-            << "Hamburg hamburger HAM"
-            << "hAm" << false << QList<QPoint> { { 0, 3 }, { 8, 3 }, { 18, 3 } };
-        QTest::newRow("right aligned") << "Hamburg, HAM"
-                                       << "ham" << true << QList<QPoint> { { 0, 3 }, { 9, 3 } };
-        QTest::newRow("pattern, not escaped") << "Hamburg Bamberg"
-                                              << "b.rg" << false << QList<QPoint> { { 3, 4 }, { 11, 4 } };
-        QTest::newRow("no match") << "Berlin"
-                                  << "köln" << false << QList<QPoint> {};
+        const auto add = [](const char* tag, const QString& text, const QString& pattern, bool right,
+                             const QList<QPoint>& matches) {
+            QTest::newRow(tag) << text << pattern << right << matches;
+        };
+        add("one", "Berlin", "rli", false, { { 2, 3 } });
+        add("every occurrence, any case", "Hamburg hamburger HAM", "hAm", false,
+            { { 0, 3 }, { 8, 3 }, { 18, 3 } });
+        add("right aligned", "Hamburg, HAM", "ham", true, { { 0, 3 }, { 9, 3 } });
+        add("pattern, not escaped", "Hamburg Bamberg", "b.rg", false, { { 3, 4 }, { 11, 4 } });
+        add("no match", "Berlin", "köln", false, {});
         // A match of the whole text counts; the empty match after it ends the search.
-        QTest::newRow("star after a match") << "xxa"
-                                            << "x*" << false << QList<QPoint> { { 0, 2 } };
-        QTest::newRow("star at once empty") << "axx"
-                                            << "x*" << false << QList<QPoint> {};
+        add("star after a match", "xxa", "x*", false, { { 0, 2 } });
+        add("star at once empty", "axx", "x*", false, {});
         // Past the cell's width: the second-to-last match is cut at the edge, the last one not drawn.
         // Measured from the right, the first matches lie left of the cell and are cut at its left edge.
         QList<QPoint> abc;
         for (int i = 0; i < 14; ++i)
             abc << QPoint(4 * i, 3);
         const QString abcText = QStringLiteral("abc ").repeated(14).chopped(1);
-        QTest::newRow("right aligned, wider than the cell") << abcText << "ABC" << true << abc;
-        QTest::newRow("clipped and beyond") << abcText << "ABC" << false << abc;
+        add("right aligned, wider than the cell", abcText, "ABC", true, abc);
+        add("clipped and beyond", abcText, "ABC", false, abc);
     }
 
     void bandsEveryMatch()
