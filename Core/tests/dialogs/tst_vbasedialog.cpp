@@ -77,7 +77,6 @@ private slots:
     void init();
     void skeleton();
     void metaObject();
-    void closeButtonAccepts();
     void geometrySavedOnEveryWayOut_data();
     void geometrySavedOnEveryWayOut();
     void restoredOnEveryShowAndSharedByName();
@@ -110,24 +109,19 @@ void TestVBaseDialog::skeleton()
 {
     ProbeDialog dialog;
     QCOMPARE(dialog.objectName(), QStringLiteral("VBaseDialog_ObjNameNotSet"));
-    QVERIFY(dialog.parent() == nullptr);
     QVERIFY(dialog.isWindow());
     QCOMPARE(dialog.windowFlags(),
         Qt::WindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::CustomizeWindowHint
             | Qt::WindowCloseButtonHint));
     QVERIFY(!dialog.isModal());
 
-    QVERIFY(dialog.mainLayout);
     QCOMPARE(dialog.layout(), dialog.mainLayout);
     QCOMPARE(dialog.mainLayout->contentsMargins(), QMargins(2, 2, 2, 2));
     QCOMPARE(dialog.mainLayout->spacing(), 1);
 
     QDialogButtonBox* box = dialog.buttonBox;
-    QVERIFY(box);
-    QCOMPARE(box->parent(), &dialog);
     QCOMPARE(box->orientation(), Qt::Horizontal);
     QCOMPARE(box->standardButtons(), QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    QVERIFY(box->layout());
     QCOMPARE(box->layout()->contentsMargins(), QMargins(0, 0, 0, 0));
     QCOMPARE(box->layout()->spacing(), 4);
 
@@ -137,8 +131,6 @@ void TestVBaseDialog::skeleton()
     QCOMPARE(row->spacing(), 0);
     QCOMPARE(row->count(), 1);
     QCOMPARE(row->itemAt(0)->widget(), box);
-    QCOMPARE(row->stretch(0), 0);
-    QCOMPARE(row->itemAt(0)->alignment(), Qt::Alignment());
     QCOMPARE(dialog.mainLayout->count(), 1);
     QCOMPARE(dialog.mainLayout->itemAt(0)->layout(), row);
 
@@ -150,13 +142,12 @@ void TestVBaseDialog::skeleton()
     QVERIFY(cancel->isHidden());
 
     // Nothing is read or written before the dialog is shown.
-    QVERIFY(dialog.calls.isEmpty());
-    QVERIFY(dialog.names.isEmpty());
+    QVERIFY(dialog.calls.isEmpty() && dialog.names.isEmpty());
     QVERIFY(VSettings(nullptr).settings()->allKeys().isEmpty());
 
     dialog.show();
     QCOMPARE(visibleButtons(box), QList<QAbstractButton*> { ok });
-    QCOMPARE(dialog.calls, QStringList { QStringLiteral("read") });
+    QCOMPARE(dialog.calls, QStringList { "read" });
 }
 
 void TestVBaseDialog::metaObject()
@@ -167,34 +158,12 @@ void TestVBaseDialog::metaObject()
     QCOMPARE(mo.propertyCount(), mo.propertyOffset());
 
     const QMetaMethod nameChanged = mo.method(mo.indexOfSlot("onObjectNameChanged(QString)"));
-    QVERIFY(nameChanged.isValid());
     QCOMPARE(nameChanged.access(), QMetaMethod::Protected);
     QCOMPARE(nameChanged.parameterNames(), QList<QByteArray> { "objectName" });
     QVERIFY(nameChanged.methodIndex() >= mo.methodOffset());
-
     const QMetaMethod done = mo.method(mo.indexOfSlot("done(int)"));
-    QVERIFY(done.isValid());
     QCOMPARE(done.access(), QMetaMethod::Public);
     QVERIFY(done.methodIndex() >= mo.methodOffset());
-}
-
-void TestVBaseDialog::closeButtonAccepts()
-{
-    ProbeDialog dialog(QStringLiteral("closeButton"));
-    QSignalSpy accepted(&dialog, &QDialog::accepted);
-    QSignalSpy rejected(&dialog, &QDialog::rejected);
-    QSignalSpy finished(&dialog, &QDialog::finished);
-    dialog.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-
-    QTest::mouseClick(dialog.buttonBox->button(QDialogButtonBox::Ok), Qt::LeftButton);
-    QCOMPARE(accepted.count(), 1);
-    QCOMPARE(rejected.count(), 0);
-    QCOMPARE(finished.count(), 1);
-    QCOMPARE(finished.first().first().toInt(), int(QDialog::Accepted));
-    QCOMPARE(dialog.result(), int(QDialog::Accepted));
-    QVERIFY(!dialog.isVisible());
-    QCOMPARE(dialog.calls, (QStringList { QStringLiteral("read"), QStringLiteral("save") }));
 }
 
 void TestVBaseDialog::geometrySavedOnEveryWayOut_data()
@@ -202,16 +171,14 @@ void TestVBaseDialog::geometrySavedOnEveryWayOut_data()
     QTest::addColumn<WayOut>("way");
     QTest::addColumn<int>("result");
     QTest::addColumn<QStringList>("calls");
-
-    const QString read = QStringLiteral("read");
-    const QString save = QStringLiteral("save");
-    QTest::newRow("&Close button") << CloseButton << int(QDialog::Accepted) << QStringList { read, save };
-    QTest::newRow("Escape") << EscapeKey << int(QDialog::Rejected) << QStringList { read, save };
+    const QStringList once { "read", "save" };
+    QTest::newRow("&Close button") << CloseButton << int(QDialog::Accepted) << once;
+    QTest::newRow("Escape") << EscapeKey << int(QDialog::Rejected) << once;
     // The close event saves, and QDialog turns it into reject(), which saves again through done().
     QTest::newRow("window close button")
-        << WindowClose << int(QDialog::Rejected) << QStringList { read, save, save };
-    QTest::newRow("close()") << CloseCall << int(QDialog::Rejected) << QStringList { read, save, save };
-    QTest::newRow("done(7)") << DoneCall << 7 << QStringList { read, save };
+        << WindowClose << int(QDialog::Rejected) << once + QStringList("save");
+    QTest::newRow("close()") << CloseCall << int(QDialog::Rejected) << once + QStringList("save");
+    QTest::newRow("done(7)") << DoneCall << 7 << once;
 }
 
 void TestVBaseDialog::geometrySavedOnEveryWayOut()
@@ -219,10 +186,12 @@ void TestVBaseDialog::geometrySavedOnEveryWayOut()
     QFETCH(WayOut, way);
     QFETCH(int, result);
     QFETCH(QStringList, calls);
-
     {
         ProbeDialog dialog(QStringLiteral("wayOut"));
-        QSignalSpy finished(&dialog, &QDialog::finished);
+        QStringList signalLog;
+        connect(&dialog, &QDialog::accepted, this, [&] { signalLog << "accepted"; });
+        connect(&dialog, &QDialog::rejected, this, [&] { signalLog << "rejected"; });
+        connect(&dialog, &QDialog::finished, this, [&](int r) { signalLog << QString::number(r); });
         dialog.show();
         QVERIFY(QTest::qWaitForWindowExposed(&dialog));
         dialog.setGeometry(s_placed);
@@ -236,9 +205,7 @@ void TestVBaseDialog::geometrySavedOnEveryWayOut()
         case EscapeKey:
             QTest::keyClick(&dialog, Qt::Key_Escape);
             break;
-        case WindowClose:
-            // What the window manager's close button does.
-            QVERIFY(dialog.windowHandle());
+        case WindowClose: // what the window manager's close button does
             dialog.windowHandle()->close();
             break;
         case CloseCall:
@@ -248,18 +215,15 @@ void TestVBaseDialog::geometrySavedOnEveryWayOut()
             dialog.done(7);
             break;
         }
-
         QVERIFY(!dialog.isVisible());
-        QCOMPARE(finished.count(), 1);
         QCOMPARE(dialog.result(), result);
+        const QStringList named { "rejected", "accepted" };
+        QCOMPARE(signalLog,
+            (result <= 1 ? QStringList(named.at(result)) : QStringList()) << QString::number(result));
         QCOMPARE(dialog.calls, calls);
     }
-
-    const QVariant value = stored(QStringLiteral("wayOut"));
-    QCOMPARE(value.userType(), int(QMetaType::QByteArray));
-    QVERIFY(!value.toByteArray().isEmpty());
-    QCOMPARE(VSettings(nullptr).settings()->allKeys(), QStringList { QStringLiteral("dialogs/wayOut") });
-
+    QCOMPARE(stored(QStringLiteral("wayOut")).userType(), int(QMetaType::QByteArray));
+    QCOMPARE(VSettings(nullptr).settings()->allKeys(), QStringList { "dialogs/wayOut" });
     ProbeDialog again(QStringLiteral("wayOut"));
     again.show();
     QCOMPARE(again.geometry(), s_placed);
@@ -271,7 +235,7 @@ void TestVBaseDialog::restoredOnEveryShowAndSharedByName()
     first.show();
     first.setGeometry(s_placed);
     first.accept();
-    QCOMPARE(first.calls, (QStringList { QStringLiteral("read"), QStringLiteral("save") }));
+    QCOMPARE(first.calls, (QStringList { "read", "save" }));
 
     // A second dialog of the same name opens where the first was left and writes the same key.
     ProbeDialog second(QStringLiteral("shared"));
@@ -279,13 +243,12 @@ void TestVBaseDialog::restoredOnEveryShowAndSharedByName()
     QCOMPARE(second.geometry(), s_placed);
     second.setGeometry(s_elsewhere);
     second.reject();
-    QCOMPARE(VSettings(nullptr).settings()->allKeys(), QStringList { QStringLiteral("dialogs/shared") });
+    QCOMPARE(VSettings(nullptr).settings()->allKeys(), QStringList { "dialogs/shared" });
 
     // Reshown, the first dialog follows the stored value, not its own last geometry.
     first.show();
     QCOMPARE(first.geometry(), s_elsewhere);
-    QCOMPARE(first.calls,
-        (QStringList { QStringLiteral("read"), QStringLiteral("save"), QStringLiteral("read") }));
+    QCOMPARE(first.calls, (QStringList { "read", "save", "read" }));
     first.accept();
 
     // Dialogs that never get a name share the placeholder's key.
@@ -304,12 +267,9 @@ void TestVBaseDialog::restoredOnEveryShowAndSharedByName()
 void TestVBaseDialog::objectNameChange()
 {
     ProbeDialog dialog;
-    QVERIFY(dialog.names.isEmpty());
-
     dialog.setObjectName(QStringLiteral("orders"));
-    QCOMPARE(dialog.names, QStringList { QStringLiteral("orders") });
     dialog.setObjectName(QStringLiteral("orders"));
-    QCOMPARE(dialog.names.size(), 1);
+    QCOMPARE(dialog.names, QStringList { "orders" });
 
     // The new name is the key at the next show and close.
     {
@@ -322,14 +282,14 @@ void TestVBaseDialog::objectNameChange()
     QCOMPARE(dialog.geometry(), s_elsewhere);
     dialog.setGeometry(s_placed);
     dialog.accept();
-    QCOMPARE(VSettings(nullptr).settings()->allKeys(), QStringList { QStringLiteral("dialogs/orders") });
+    QCOMPARE(VSettings(nullptr).settings()->allKeys(), QStringList { "dialogs/orders" });
 
     dialog.setObjectName(QStringLiteral("customers"));
-    QCOMPARE(dialog.names, (QStringList { QStringLiteral("orders"), QStringLiteral("customers") }));
+    QCOMPARE(dialog.names, (QStringList { "orders", "customers" }));
     dialog.show();
     dialog.accept();
-    QCOMPARE(VSettings(nullptr).settings()->allKeys(),
-        (QStringList { QStringLiteral("dialogs/customers"), QStringLiteral("dialogs/orders") }));
+    QCOMPARE(
+        VSettings(nullptr).settings()->allKeys(), (QStringList { "dialogs/customers", "dialogs/orders" }));
 
     ProbeDialog reader(QStringLiteral("orders"));
     reader.show();
@@ -364,13 +324,10 @@ void TestVBaseDialog::naturalSizeWithoutUsableValue_data()
 
     QTest::newRow("no key") << QVariant();
     QTest::newRow("string") << QVariant(QStringLiteral("garbage"));
-    QTest::newRow("int") << QVariant(42);
     QTest::newRow("random bytes") << QVariant(noise);
     QTest::newRow("empty bytes") << QVariant(QByteArray());
-    QTest::newRow("string list") << QVariant(QStringList { QStringLiteral("a"), QStringLiteral("b") });
     QTest::newRow("truncated geometry") << QVariant(magicThenNothing);
     QTest::newRow("geometry cut in half") << QVariant(halfGeometry);
-    QTest::newRow("huge string") << QVariant(QString(100000, QLatin1Char('x')));
 }
 
 void TestVBaseDialog::naturalSizeWithoutUsableValue()
@@ -386,8 +343,7 @@ void TestVBaseDialog::naturalSizeWithoutUsableValue()
     dialog.show();
     QVERIFY(QTest::qWaitForWindowExposed(&dialog));
     QCOMPARE(dialog.size(), natural);
-    QCOMPARE(dialog.calls, QStringList { QStringLiteral("read") });
-
+    QCOMPARE(dialog.calls, QStringList { "read" });
     // Closing replaces the garbage with a real geometry.
     dialog.accept();
     QCOMPARE(stored(QStringLiteral("garbage")).toByteArray(), dialog.saveGeometry());
