@@ -211,7 +211,8 @@ private Q_SLOTS:
     {
         Fixture f;
         QVERIFY(f.show());
-        QSignalSpy clicked(&f.view, &VTreeView::linkClicked);
+        QStringList followed;
+        connect(&f.view, &VTreeView::linkClicked, [&](const QUrl& url) { followed << url.toString(); });
         QWidget* viewport = f.view.viewport();
         const QRect mailBox = f.linkBox(f.cell(0, 0));
         const QPoint mail = mailBox.center();
@@ -220,53 +221,35 @@ private Q_SLOTS:
         const QPoint plain = f.view.visualRect(f.cell(0, 2)).center();
 
         click(viewport, mail, mail + QPoint(1, 0));
-        QCOMPARE(clicked.count(), 1);
-        QCOMPARE(clicked.at(0).at(0).toUrl(), QUrl(s_mail));
         click(viewport, customer, customer);
-        QCOMPARE(clicked.count(), 2);
-        QCOMPARE(clicked.at(1).at(0).toUrl(), QUrl(s_customer));
-
         // Press and release must both be on the same link.
         click(viewport, mail, plain);
         click(viewport, plain, mail);
         click(viewport, mail, orderLink);
         click(viewport, mail, QPoint(mailBox.right() + 4, mail.y()));
-        QCOMPARE(clicked.count(), 2);
+        QCOMPARE(followed, (QStringList { s_mail, s_customer }));
 
         // A link that is no URL is logged and not followed.
         VTestLogCapture log;
         const QPoint broken = f.linkBox(f.cell(0, 1, true)).center();
         click(viewport, broken, broken);
-        QCOMPARE(clicked.count(), 2);
         QCOMPARE(log.messages(Logger::Warning), QStringList { "Invalid URL: " + s_broken });
 
         // A double click on a link follows it once, with the first click.
         QTest::mouseClick(viewport, Qt::LeftButton, Qt::NoModifier, orderLink);
         QTest::mouseDClick(viewport, Qt::LeftButton, Qt::NoModifier, orderLink);
         QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, orderLink);
-        QCOMPARE(clicked.count(), 3);
-        QCOMPARE(clicked.at(2).at(0).toUrl(), QUrl(s_order));
-    }
+        QCOMPARE(followed, (QStringList { s_mail, s_customer, s_order }));
 
-    void doubleClickOnALinkCell()
-    {
-        Fixture f;
-        QVERIFY(f.show());
-        QSignalSpy clicked(&f.view, &VTreeView::linkClicked);
-        // Not an HTML link: the cell's link role, followed on a double click as in any tree view.
+        // Not an HTML link: the cell's link role, followed on a double click as in any tree view; a double
+        // click on plain text emits nothing.
         const QPoint invoice = f.view.visualRect(f.model->index(1, 1)).center();
         QCOMPARE(f.view.anchorAt(invoice), QString());
-        QTest::mouseClick(f.view.viewport(), Qt::LeftButton, Qt::NoModifier, invoice);
-        QCOMPARE(clicked.count(), 0);
-        QTest::mouseDClick(f.view.viewport(), Qt::LeftButton, Qt::NoModifier, invoice);
-        QCOMPARE(clicked.count(), 1);
-        QCOMPARE(clicked.at(0).at(0).toUrl(), QUrl("https://example.org/invoices/9"));
-
-        // A double click on plain text emits nothing.
-        const QPoint plain = f.view.visualRect(f.model->index(0, 2)).center();
-        QTest::mouseClick(f.view.viewport(), Qt::LeftButton, Qt::NoModifier, plain);
-        QTest::mouseDClick(f.view.viewport(), Qt::LeftButton, Qt::NoModifier, plain);
-        QCOMPARE(clicked.count(), 1);
+        for (const QPoint& pos : { invoice, plain }) {
+            QTest::mouseClick(viewport, Qt::LeftButton, Qt::NoModifier, pos);
+            QTest::mouseDClick(viewport, Qt::LeftButton, Qt::NoModifier, pos);
+        }
+        QCOMPARE(followed, (QStringList { s_mail, s_customer, s_order, "https://example.org/invoices/9" }));
     }
 };
 
