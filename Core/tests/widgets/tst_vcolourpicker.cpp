@@ -281,21 +281,21 @@ void tst_VColourPicker::pressedAndHoverLooks()
     QCOMPARE(looks(), QStringLiteral("bg raised, fg raised"));
 
     picker.setActive(false);
-    press(&picker, QPoint(25, 20));
-    QCOMPARE(looks(), QStringLiteral("bg raised, fg sunken"));
-    release(&picker, QPoint(25, 20));
-    press(&picker, QPoint(50, 40));
-    QCOMPARE(looks(), QStringLiteral("bg sunken, fg raised"));
-    release(&picker, QPoint(50, 40));
-    QCOMPARE(looks(), QStringLiteral("bg raised, fg raised"));
-
+    QStringList seen;
+    for (const QPoint pos : { QPoint(25, 20), QPoint(50, 40) }) {
+        press(&picker, pos);
+        seen << looks();
+        release(&picker, pos);
+    }
+    seen << looks();
     // Hover follows the cursor; in the overlap only the foreground is hovered.
-    QCursor::setPos(picker.mapToGlobal(QPoint(25, 20)));
-    QCOMPARE(looks(), QStringLiteral("bg raised, fg raised hover"));
-    QCursor::setPos(picker.mapToGlobal(QPoint(50, 40)));
-    QCOMPARE(looks(), QStringLiteral("bg raised hover, fg raised"));
-    QCursor::setPos(picker.mapToGlobal(QPoint(55, 5)));
-    QCOMPARE(looks(), QStringLiteral("bg raised, fg raised"));
+    for (const QPoint pos : { QPoint(25, 20), QPoint(50, 40), QPoint(55, 5) }) {
+        QCursor::setPos(picker.mapToGlobal(pos));
+        seen << looks();
+    }
+    QCOMPARE(seen,
+        QStringList({ "bg raised, fg sunken", "bg sunken, fg raised", "bg raised, fg raised",
+            "bg raised, fg raised hover", "bg raised hover, fg raised", "bg raised, fg raised" }));
     picker.setStyle(nullptr);
 }
 
@@ -335,8 +335,7 @@ void tst_VColourPicker::dropAcceptance()
     VColourPicker picker;
     picker.resize(50, 50);
     QStringList log;
-    connect(&picker, &VColourPicker::fgChanged, this, [&](const QColor& c) { log << "fg " + c.name(); });
-    connect(&picker, &VColourPicker::bgChanged, this, [&](const QColor& c) { log << "bg " + c.name(); });
+    logSignals(&picker, &log);
     QMimeData mime;
     if (colorData.isValid())
         mime.setColorData(colorData);
@@ -416,15 +415,13 @@ void tst_VColourPicker::swatchFill()
     // With no colour the button face shows, not black.
     picker.setFgColor(QColor());
     const QColor empty = picker.grab().toImage().pixelColor(20, 20);
-    QVERIFY(empty != QColor(Qt::black));
-    QVERIFY(empty != QColor(Qt::red));
+    QVERIFY(empty != QColor(Qt::black) && empty != QColor(Qt::red));
     // A disabled picker fills its swatches with the disabled window colour.
     picker.setFgColor(QColor(Qt::red));
     picker.setEnabled(false);
-    const QColor disabled = picker.palette().color(QPalette::Disabled, QPalette::Window);
     const QImage image = picker.grab().toImage();
-    QCOMPARE(image.pixelColor(20, 20), disabled);
-    QCOMPARE(image.pixelColor(45, 45), disabled);
+    QCOMPARE(image.pixelColor(20, 20), picker.palette().color(QPalette::Disabled, QPalette::Window));
+    QCOMPARE(image.pixelColor(45, 45), image.pixelColor(20, 20));
 }
 
 void tst_VColourPicker::boldPicker()
@@ -439,33 +436,26 @@ void tst_VColourPicker::boldPicker()
     QVERIFY(layout);
     QCOMPARE(layout->spacing(), 10);
     QCOMPARE(layout->contentsMargins(), QMargins(0, 0, 0, 0));
-    QCOMPARE(layout->indexOf(picker), 0);
-    QCOMPARE(layout->indexOf(box), 1);
+    QVERIFY(layout->indexOf(picker) == 0 && layout->indexOf(box) == 1);
 
     QStringList log;
     logSignals(&bold, &log);
-    QSignalSpy boldChanged(&bold, &VColourBoldPicker::boldChanged);
+    connect(
+        &bold, &VColourBoldPicker::boldChanged, this, [&](bool on) { log << (on ? "bold" : "not bold"); });
     bold.setFgColor(Qt::red);
     picker->setBgColor(Qt::blue);
     QCOMPARE(bold.fgColor(), QColor(Qt::red));
     QCOMPARE(bold.bgColor(), QColor(Qt::blue));
     picker->switchColors();
-    QCOMPARE(log, QStringList({ "fg #ff0000", "bg #0000ff", "bg #ff0000", "fg #0000ff" }));
     QCOMPARE(bold.property("fgColor").value<QColor>(), QColor(Qt::blue));
-
-    // setBold: one change, two emissions; an unchanged value none.
+    // setBold: one change, two emissions; an unchanged value none. The user's toggle is passed on once.
     QVERIFY(!bold.isBold());
     bold.setBold(false);
-    QCOMPARE(boldChanged.count(), 0);
     bold.setBold(true);
     QVERIFY(bold.isBold());
-    QCOMPARE(boldChanged.count(), 2);
-    QCOMPARE(boldChanged.at(0).at(0).toBool(), true);
-    QCOMPARE(boldChanged.at(1).at(0).toBool(), true);
-    // The user's toggle is passed on once.
     box->click();
-    QCOMPARE(boldChanged.count(), 3);
-    QCOMPARE(boldChanged.at(2).at(0).toBool(), false);
+    QCOMPARE(log,
+        QStringList({ "fg #ff0000", "bg #0000ff", "bg #ff0000", "fg #0000ff", "bold", "bold", "not bold" }));
 
     const QMetaObject* meta = bold.metaObject();
     QCOMPARE(meta->property(meta->indexOfProperty("bold")).notifySignal().name(), QByteArray("boldChanged"));
