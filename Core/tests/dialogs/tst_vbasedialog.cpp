@@ -55,16 +55,6 @@ QVariant stored(const QString& name)
     return settings.value(QStringLiteral("dialogs/") + name);
 }
 
-QList<QAbstractButton*> visibleButtons(const QDialogButtonBox* box)
-{
-    QList<QAbstractButton*> result;
-    for (QAbstractButton* button : box->buttons()) {
-        if (button->isVisible())
-            result << button;
-    }
-    return result;
-}
-
 enum WayOut { CloseButton, EscapeKey, WindowClose, CloseCall, DoneCall };
 } // namespace
 
@@ -85,24 +75,12 @@ private slots:
     void naturalSizeWithoutUsableValue();
 
 private:
-    QSize naturalSize();
-
     VTestSettings m_settings;
 };
 
 void TestVBaseDialog::init()
 {
     m_settings.clear();
-}
-
-QSize TestVBaseDialog::naturalSize()
-{
-    ProbeDialog reference(QStringLiteral("reference"));
-    reference.show();
-    const QSize size = reference.size();
-    reference.hide();
-    VSettings(nullptr).settings()->remove(QStringLiteral("dialogs/reference"));
-    return size;
 }
 
 void TestVBaseDialog::skeleton()
@@ -146,7 +124,7 @@ void TestVBaseDialog::skeleton()
     QVERIFY(VSettings(nullptr).settings()->allKeys().isEmpty());
 
     dialog.show();
-    QCOMPARE(visibleButtons(box), QList<QAbstractButton*> { ok });
+    QVERIFY(ok->isVisible() && !cancel->isVisible());
     QCOMPARE(dialog.calls, QStringList { "read" });
 }
 
@@ -310,21 +288,12 @@ void TestVBaseDialog::naturalSizeWithoutUsableValue_data()
         source.hide();
     }
 
-    QByteArray noise;
-    quint32 seed = 12345;
-    for (int i = 0; i < 300; ++i) {
-        seed = seed * 1103515245u + 12345u;
-        noise.append(char(seed >> 24));
-    }
-    QByteArray magicThenNothing;
-    {
-        QDataStream stream(&magicThenNothing, QIODevice::WriteOnly);
-        stream << quint32(0x1D9D0CB) << quint16(3);
-    }
+    QByteArray magicThenNothing; // a geometry header with nothing after it
+    QDataStream(&magicThenNothing, QIODevice::WriteOnly) << quint32(0x1D9D0CB) << quint16(3);
 
     QTest::newRow("no key") << QVariant();
     QTest::newRow("string") << QVariant(QStringLiteral("garbage"));
-    QTest::newRow("random bytes") << QVariant(noise);
+    QTest::newRow("random bytes") << QVariant(QByteArray::fromHex("5e2a9c01ff7b3d88c4e0a61973b2"));
     QTest::newRow("empty bytes") << QVariant(QByteArray());
     QTest::newRow("truncated geometry") << QVariant(magicThenNothing);
     QTest::newRow("geometry cut in half") << QVariant(halfGeometry);
@@ -333,7 +302,12 @@ void TestVBaseDialog::naturalSizeWithoutUsableValue_data()
 void TestVBaseDialog::naturalSizeWithoutUsableValue()
 {
     QFETCH(QVariant, value);
-    const QSize natural = naturalSize();
+    QSize natural;
+    {
+        ProbeDialog reference(QStringLiteral("reference"));
+        reference.show();
+        natural = reference.size();
+    }
     QVERIFY(natural.width() > 0 && natural.height() > 0);
 
     if (value.isValid())
