@@ -84,37 +84,27 @@ class tst_VTableViewWidget : public QObject {
     Q_OBJECT
 
 private slots:
-    void construction();
     void tableGetsToolBar();
     void linkClicked();
     void selectColumnsAndCsv();
     void otherViewIsStillAFrame();
-    void settingsOrder();
-    void headerStateRoundTrip();
+    void settings();
 
 private:
     VTestSettings m_settings;
 };
 
-void tst_VTableViewWidget::construction()
-{
-    TableFixture f;
-    QCOMPARE(f.widget.objectName(), QStringLiteral("Orders"));
-    QCOMPARE(f.widget.toolBar()->objectName(), QStringLiteral("Orders_ToolBar"));
-    QCOMPARE(f.widget.view(), f.table);
-    // The option word is 0: the table gets the highlight delegate.
-    QVERIFY(qobject_cast<VHighLightItemDelegate*>(f.table->itemDelegate()));
-    QVERIFY(f.widget.findChild<QWidget*>(QStringLiteral("PrintersWidget"))->isHidden());
-    QCOMPARE(f.widget.findChild<QLabel*>(QStringLiteral("HeaderLabel"))->isHidden(), false);
-}
-
 void tst_VTableViewWidget::tableGetsToolBar()
 {
     TableFixture f;
+    QCOMPARE(f.widget.toolBar()->objectName(), QStringLiteral("Orders_ToolBar"));
+    // The option word is 0: the table gets the highlight delegate; no printers row.
+    QVERIFY(qobject_cast<VHighLightItemDelegate*>(f.table->itemDelegate()));
+    QVERIFY(f.widget.findChild<QWidget*>(QStringLiteral("PrintersWidget"))->isHidden());
+    QVERIFY(!f.widget.findChild<QLabel*>(QStringLiteral("HeaderLabel"))->isHidden());
     QCOMPARE(f.table->toolBar(), f.widget.toolBar());
+    // Plain tool buttons add no entry to the context menu; the toolbar's separators do.
     std::unique_ptr<QMenu> menu(f.table->createContextMenu());
-    QVERIFY(menu);
-    // Plain tool buttons add no entry; the toolbar's separators do.
     QCOMPARE(menuEntries(menu.get()).count(QStringLiteral("--")), 3);
 
     // A new toolbar reaches the table too, and a deleted one is not used.
@@ -122,8 +112,7 @@ void tst_VTableViewWidget::tableGetsToolBar()
     f.widget.setToolBar(bar);
     QCOMPARE(f.table->toolBar(), bar);
     delete bar;
-    QVERIFY(!f.table->toolBar());
-    QVERIFY(!f.widget.toolBar());
+    QVERIFY(!f.table->toolBar() && !f.widget.toolBar());
     menu.reset(f.table->createContextMenu());
     QVERIFY(menuEntries(menu.get()).isEmpty());
 }
@@ -210,36 +199,29 @@ void tst_VTableViewWidget::otherViewIsStillAFrame()
     QCOMPARE(spy.count(), 1);
 }
 
-void tst_VTableViewWidget::settingsOrder()
-{
-    m_settings.clear();
-    RecordModel model;
-    RecordingTableWidget w(QStringLiteral("Orders"));
-    auto* table = new RecordingTable;
-    table->log = &w.log;
-    table->setObjectName(QStringLiteral("ordersView"));
-    table->setModel(&model);
-    w.setView(table);
-
-    w.readSettings();
-    QCOMPARE(w.log, QStringList({ "table restoreState", "linkTriggered" }));
-    w.log.clear();
-    w.saveSettings();
-    QCOMPARE(w.log, QStringList({ "table saveState, linkenabled stored: 0" }));
-    VSettings settings(nullptr);
-    QVERIFY(settings.settings()->contains(QStringLiteral("views/ordersView")));
-    QVERIFY(settings.settings()->contains(QStringLiteral("Orders/linkenabled")));
-}
-
-void tst_VTableViewWidget::headerStateRoundTrip()
+void tst_VTableViewWidget::settings()
 {
     m_settings.clear();
     {
-        TableFixture f;
-        f.table->setColumnHidden(2, true);
-        f.table->horizontalHeader()->moveSection(1, 0);
-        f.widget.saveSettings();
+        // The table's state is restored before the link is applied, and saved before the widget's keys.
+        RecordModel model;
+        RecordingTableWidget w(QStringLiteral("Orders"));
+        auto* table = new RecordingTable;
+        table->log = &w.log;
+        table->setObjectName(QStringLiteral("ordersView"));
+        table->setModel(&model);
+        w.setView(table);
+        w.readSettings();
+        table->setColumnHidden(2, true);
+        table->horizontalHeader()->moveSection(1, 0);
+        w.saveSettings();
+        QCOMPARE(w.log,
+            QStringList({ "table restoreState", "linkTriggered", "table saveState, linkenabled stored: 0" }));
+        VSettings settings(nullptr);
+        QVERIFY(settings.settings()->contains(QStringLiteral("views/ordersView")));
+        QVERIFY(settings.settings()->contains(QStringLiteral("Orders/linkenabled")));
     }
+    // The header comes back in a new widget.
     TableFixture f;
     QVERIFY(!f.table->isColumnHidden(2));
     f.widget.readSettings();
