@@ -578,39 +578,26 @@ void tst_VAbstractViewWidget::refreshToolBar_data()
 {
     QTest::addColumn<QString>("state"); // s selected, r read only, w withheld, l linked
     QTest::addColumn<int>("options");
-    QTest::addColumn<QString>("before"); // new, copy, edit, delete, pdf
-    QTest::addColumn<QString>("after");
+    QTest::addColumn<QString>("change"); // new, copy, edit, delete, pdf enabled: before > after
 
-    QTest::newRow("selected") << "s" << 0 << "-----"
-                              << "+++++";
-    QTest::newRow("nothing selected") << "" << 0 << "+++++"
-                                      << "+----";
-    QTest::newRow("pdf without selection") << "" << 0x4000 << "+++++"
-                                           << "+---+";
-    QTest::newRow("read only, selected") << "sr" << 0 << "+++++"
-                                         << "--+-+";
-    QTest::newRow("read only, nothing selected") << "r" << 0 << "+++++"
-                                                 << "-----";
-    QTest::newRow("withheld, selected") << "sw" << 0 << "+++++"
-                                        << "----+";
-    QTest::newRow("withheld, read only, selected") << "srw" << 0 << "+++++"
-                                                   << "--+-+";
-    QTest::newRow("linked: new left alone") << "sl" << 0 << "-----"
-                                            << "-++++";
-    QTest::newRow("linked, read only") << "rl" << 0 << "+++++"
-                                       << "+----";
-    QTest::newRow("NoDelete: delete left alone") << "" << 0x800 << "+++++"
-                                                 << "+--+-";
-    QTest::newRow("NoDelete, selected") << "s" << 0x800 << "-----"
-                                        << "+++-+";
+    QTest::newRow("selected") << "s" << 0 << "----- > +++++";
+    QTest::newRow("nothing selected") << "" << 0 << "+++++ > +----";
+    QTest::newRow("pdf without selection") << "" << 0x4000 << "+++++ > +---+";
+    QTest::newRow("read only, selected") << "sr" << 0 << "+++++ > --+-+";
+    QTest::newRow("read only, nothing selected") << "r" << 0 << "+++++ > -----";
+    QTest::newRow("withheld, selected") << "sw" << 0 << "+++++ > ----+";
+    QTest::newRow("withheld, read only, selected") << "srw" << 0 << "+++++ > --+-+";
+    QTest::newRow("linked: new left alone") << "sl" << 0 << "----- > -++++";
+    QTest::newRow("linked, read only") << "rl" << 0 << "+++++ > +----";
+    QTest::newRow("NoDelete: delete left alone") << "" << 0x800 << "+++++ > +--+-";
+    QTest::newRow("NoDelete, selected") << "s" << 0x800 << "----- > +++-+";
 }
 
 void tst_VAbstractViewWidget::refreshToolBar()
 {
     QFETCH(QString, state);
     QFETCH(int, options);
-    QFETCH(QString, before);
-    QFETCH(QString, after);
+    QFETCH(QString, change);
 
     Fixture f { VAbstractViewWidget::Options(QFlag(options)) };
     TestViewWidget parent;
@@ -628,9 +615,9 @@ void tst_VAbstractViewWidget::refreshToolBar()
     if (state.contains('s'))
         f.selectRows({ 2 });
     for (int i = 0; i < actions.size(); ++i)
-        actions.at(i)->setEnabled(before.at(i) == '+');
+        actions.at(i)->setEnabled(change.at(i) == '+');
     f.widget.refreshToolBar();
-    QCOMPARE(enabledStates(actions), after);
+    QCOMPARE(enabledStates(actions), change.mid(8));
 }
 
 void tst_VAbstractViewWidget::deleteConfirmation_data()
