@@ -64,7 +64,6 @@ private slots:
     void returnKey_data();
     void returnKey();
     void panelsInViewWidget();
-    void withoutPanels();
     void optionsChangedReachesViewWidget();
     void panelSettings();
     void replacedOrDeletedPanels();
@@ -226,22 +225,6 @@ void tst_VOptionsWidget::panelsInViewWidget()
     QVERIFY(filter->isVisible());
 }
 
-void tst_VOptionsWidget::withoutPanels()
-{
-    TestViewWidget w;
-    QVERIFY(!w.showFilterAction->isVisible() && !w.showOptionsAction->isVisible());
-    // While the action is not offered, setFilterEnabled() leaves it as it is.
-    w.showFilterAction->setChecked(true);
-    w.showFilterAction->setText(QStringLiteral("Hide Filter"));
-    w.setFilterEnabled(false);
-    QVERIFY(w.showFilterAction->isChecked());
-    QCOMPARE(w.showFilterAction->text(), QStringLiteral("Hide Filter"));
-    w.setFilterEnabled(true);
-    QVERIFY(!w.showFilterAction->isVisible());
-    w.refreshFilterLabel();
-    QVERIFY(w.filterLabel->text().isEmpty());
-}
-
 void tst_VOptionsWidget::optionsChangedReachesViewWidget()
 {
     TestViewWidget w;
@@ -277,15 +260,11 @@ void tst_VOptionsWidget::panelSettings()
         w.setFilterWidget(filter);
         w.setOptionsWidget(options);
         w.showOptionsAction->trigger();
-        QVERIFY(options->isVisible());
         w.readSettings();
-        QVERIFY(filter->isVisible());
-        QVERIFY(w.showFilterAction->isChecked());
+        QVERIFY(filter->isVisible() && w.showFilterAction->isChecked() && !options->isVisible()
+            && !w.showOptionsAction->isChecked());
         QCOMPARE(w.showFilterAction->text(), QStringLiteral("Hide Filter"));
-        QVERIFY(!options->isVisible());
-        QVERIFY(!w.showOptionsAction->isChecked());
         QCOMPARE(w.showOptionsAction->text(), QStringLiteral("Show Options"));
-
         w.showOptionsAction->trigger();
         w.showFilterAction->trigger();
         w.saveSettings();
@@ -306,23 +285,30 @@ void tst_VOptionsWidget::replacedOrDeletedPanels()
     QCOMPARE(w.headerExtraLayout->count(), 1);
     QCOMPARE(w.filterLabel->text(), QStringLiteral(" [<b>second</b>]"));
 
-    // A panel deleted by the application takes its action with it.
+    // A panel deleted by the application takes its action and label with it.
     w.showFilterAction->trigger();
     delete second;
-    QVERIFY(!w.filterWidget);
-    QVERIFY(!w.showFilterAction->isVisible());
-    QVERIFY(!w.showFilterAction->isChecked());
+    QVERIFY(!w.filterWidget && !w.showFilterAction->isVisible() && !w.showFilterAction->isChecked());
     QVERIFY(w.filterLabel->text().isEmpty());
-    w.readSettings();
-    w.showFilterActivated();
-
     auto* options = new DescribedOptions;
     w.setOptionsWidget(options);
     delete options;
-    QVERIFY(!w.optionsWidget);
-    QVERIFY(!w.showOptionsAction->isVisible());
+    QVERIFY(!w.optionsWidget && !w.showOptionsAction->isVisible());
+    w.readSettings();
+    w.showFilterActivated();
     w.showOptionsAction->trigger();
     w.saveSettings();
+
+    // While the action is not offered, setFilterEnabled() leaves it as it is.
+    w.showFilterAction->setChecked(true);
+    w.showFilterAction->setText(QStringLiteral("Hide Filter"));
+    w.setFilterEnabled(false);
+    QVERIFY(w.showFilterAction->isChecked());
+    QCOMPARE(w.showFilterAction->text(), QStringLiteral("Hide Filter"));
+    w.setFilterEnabled(true);
+    QVERIFY(!w.showFilterAction->isVisible());
+    w.refreshFilterLabel();
+    QVERIFY(w.filterLabel->text().isEmpty());
 }
 
 QTEST_MAIN(tst_VOptionsWidget)
